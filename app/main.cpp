@@ -1,0 +1,83 @@
+// pad2ibis: the command-line host. It drives the generator library exactly
+// as a host tool of the design suite does.
+
+#include <cstdio>
+#include <string>
+
+#include "app/ami_host.h"
+#include "app/options.h"
+#include "driver/basibsgen.h"
+#include "driver/messages.h"
+#include "host/msgmanager.h"
+
+#ifndef PAD2IBIS_VERSION
+#define PAD2IBIS_VERSION "0.0.0"
+#endif
+
+namespace {
+
+int runAmiFlow(Options const& options)
+{
+    IBIS_MODEL::_is_AMI_model = true;
+    ChannelsFileGen* generator = new ChannelsFileGen(options.channelsFile);
+    generator->init(options.family.c_str(), nullptr, options.firstPath.c_str(),
+                    options.secondPath.c_str());
+    generator->run();
+    delete generator;
+    return 0;
+}
+
+int runPadFlow(Options const& options)
+{
+    std::string family;
+    IBIS_MODEL::getDevName(options.firstPath, family);
+    if (options.familyGiven)
+        family = options.family;
+
+    if (options.vargon) {
+        std::fprintf(stderr, "pad2ibis: --vargon: the table-driven generator is not built yet\n");
+        return 2;
+    }
+    IBIS_MODEL* generator =
+        new IBIS_MODEL(family.c_str(), options.firstPath.c_str(), options.secondPath.c_str());
+
+    if (!generator->loadIbisModels())
+        ibsFatal(IBS_MSG_1003);
+    generator->setDesignModels();
+    if (!generator->writeIbisModels(options.btn))
+        ibsReport(IBS_MSG_1004);
+    if (generator->_missingModelCount > 0)
+        ibsReport(IBS_MSG_1005);
+    delete generator;
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Options options;
+    std::string error;
+    if (!parseOptions(argc - 1, argv + 1, options, error)) {
+        std::fprintf(stderr, "pad2ibis: %s\n%s", error.c_str(), usageText());
+        return 2;
+    }
+    if (options.help) {
+        std::fputs(usageText(), stdout);
+        return 0;
+    }
+    if (options.version) {
+        std::printf("pad2ibis %s\n", PAD2IBIS_VERSION);
+        return 0;
+    }
+
+    if (options.msgflow)
+        UT_MSGMAN::m_msgFlow = 1;
+    IBIS_MODEL::_is_ncd_flow = options.ncd;
+    IBIS_MODEL::_is_brinmark_flow = options.brinmark;
+    IBIS_MODEL::_mipi_dphy_ip_used = options.dphy;
+
+    if (options.ami)
+        return runAmiFlow(options);
+    return runPadFlow(options);
+}

@@ -1,0 +1,153 @@
+#include "app/options.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+
+char const* usageText()
+{
+    return "Usage: pad2ibis [OPTIONS] PAD_FILE MASTER_IBS\n"
+           "       pad2ibis --ami --channels CHANNELS_FILE [--brinmark] [--msgflow] [--family WORD]\n"
+           "                DESIGN_FILE SERDES_MASTER_IBS\n"
+           "\n"
+           "Writes the design IBIS file of a placed and routed FPGA design: the component,\n"
+           "package, pins and models of the design, taken from the family's master IBIS\n"
+           "file. PAD_FILE is the design's pad report (.pad), MASTER_IBS the master file\n"
+           "(.ibs). The file goes to IBIS/<pad report name>.ibs below the current directory.\n"
+           "With --ami, writes the SerDes IBIS-AMI file set into ibis_ami/ instead.\n"
+           "\n"
+           "Options:\n"
+           "  --family WORD      take WORD as the device family instead of the one the pad\n"
+           "                     report names (for example HZU3, KVA4Y, KVA5Y)\n"
+           "  --vargon           use the table-driven generator, which substitutes missing\n"
+           "                     models from the family's legal configurations\n"
+           "  --dump-alt-models  with --vargon: print the alternate model trees after the\n"
+           "                     master file is read\n"
+           "  --ncd              attribute names of the database flow (SLEWRATE, PULLMODE)\n"
+           "  --brinmark         take the device status line from the master file's notes\n"
+           "  --dphy             the design has a MIPI D-PHY block: list its pins and models\n"
+           "  --msgflow          post messages by id to standard error\n"
+           "                     (padmodel-<id>, then a TAB ahead of each argument)\n"
+           "  --btn N            write N numbered copies of the companion chip's IBIS file\n"
+           "                     (k_btn.ibs beside the master file); default 0\n"
+           "  --ami              SerDes flow; needs --channels\n"
+           "  --channels FILE    the SerDes channels: lines 'channel BLOCK CHANNEL RX TX'\n"
+           "                     (RX, TX: ON or OFF), each followed by 'KEY VALUE' lines\n"
+           "                     of its parameters; '#' starts a comment line\n"
+           "  --help             print this text and exit\n"
+           "  --version          print the version and exit\n"
+           "\n"
+           "Exit status: 0 when the files were written (missing models are reported and\n"
+           "the file is still written), 1 for a file that cannot be opened, an unknown\n"
+           "device, an empty naming table or files that do not fit together, 2 for a bad\n"
+           "argument, an empty design or a result that cannot be written.\n";
+}
+
+namespace {
+
+bool parseCount(char const* text, int& value)
+{
+    if (*text == '\0')
+        return false;
+    for (char const* p = text; *p != '\0'; ++p)
+        if (*p < '0' || *p > '9')
+            return false;
+    errno = 0;
+    long number = std::strtol(text, nullptr, 10);
+    if (errno != 0 || number > INT_MAX)
+        return false;
+    value = static_cast<int>(number);
+    return true;
+}
+
+} // namespace
+
+bool parseOptions(int argc, char const* const* argv, Options& options, std::string& error)
+{
+    int i = 0;
+    auto needValue = [&](char const* option, std::string& value) {
+        if (i + 1 >= argc) {
+            error = std::string(option) + " needs a value";
+            return false;
+        }
+        value = argv[++i];
+        return true;
+    };
+
+    for (; i < argc; ++i) {
+        std::string arg = argv[i];
+        if (arg == "--") {
+            ++i;
+            break;
+        }
+        if (arg.compare(0, 2, "--") != 0)
+            break;
+        if (arg == "--help") {
+            options.help = true;
+        } else if (arg == "--version") {
+            options.version = true;
+        } else if (arg == "--family") {
+            if (!needValue("--family", options.family))
+                return false;
+            options.familyGiven = true;
+        } else if (arg == "--vargon") {
+            options.vargon = true;
+        } else if (arg == "--ncd") {
+            options.ncd = true;
+        } else if (arg == "--brinmark") {
+            options.brinmark = true;
+        } else if (arg == "--dphy") {
+            options.dphy = true;
+        } else if (arg == "--msgflow") {
+            options.msgflow = true;
+        } else if (arg == "--btn") {
+            std::string count;
+            if (!needValue("--btn", count))
+                return false;
+            if (!parseCount(count.c_str(), options.btn)) {
+                error = "--btn needs a whole number, not '" + count + "'";
+                return false;
+            }
+        } else if (arg == "--dump-alt-models") {
+            options.dumpAltModels = true;
+        } else if (arg == "--ami") {
+            options.ami = true;
+        } else if (arg == "--channels") {
+            if (!needValue("--channels", options.channelsFile))
+                return false;
+        } else {
+            error = "unknown option " + arg;
+            return false;
+        }
+    }
+    if (options.help || options.version)
+        return true;
+
+    if (argc - i != 2) {
+        error = argc - i < 2 ? "missing path" : "too many paths";
+        return false;
+    }
+    options.firstPath = argv[i];
+    options.secondPath = argv[i + 1];
+
+    if (options.ami) {
+        if (options.channelsFile.empty()) {
+            error = "--ami needs --channels";
+            return false;
+        }
+        if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
+            options.dumpAltModels) {
+            error = "--ami takes only --channels, --brinmark, --msgflow and --family";
+            return false;
+        }
+    } else if (!options.channelsFile.empty()) {
+        error = "--channels goes with --ami";
+        return false;
+    }
+    if (options.dumpAltModels && !options.vargon) {
+        error = "--dump-alt-models goes with --vargon";
+        return false;
+    }
+    return true;
+}

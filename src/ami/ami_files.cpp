@@ -1,0 +1,179 @@
+// The SerDes AMI file set: source names beside the SerDes master file, and
+// the ibis_ami directory with its copies and parameter files.
+
+#include <cstdio>
+#include <cstring>
+
+#include "driver/basibsgen.h"
+#include "driver/load_time.h"
+#include "driver/messages.h"
+#include "host/ut_filemanager.h"
+
+namespace {
+
+const int pathSize = 4096;
+
+// Replaces the text from the last occurrence of what to the end by with.
+bool replaceTail(std::string& path, char const* what, char const* with)
+{
+    std::string::size_type at = path.rfind(what);
+    if (at == std::string::npos)
+        return false;
+    path = path.substr(0, at) + with;
+    return true;
+}
+
+} // namespace
+
+void IBS_GEN::initFiles(char const* designFile, char const* masterIbisFile)
+{
+    _masterIbisFile = masterIbisFile;
+    _designFile = designFile;
+
+    // A missing "h" library of these two families falls back on its sibling.
+    if (!ut_file.exist(_masterIbisFile.c_str())) {
+        replaceTail(_masterIbisFile, "anr4yh.ibs", "anr4y.ibs");
+        replaceTail(_masterIbisFile, "anr5yh.ibs", "anr5y.ibs");
+    }
+    if (_masterIbisFile.find(".ibs") == std::string::npos)
+        ibsFatal(IBS_MSG_1012, {_masterIbisFile.c_str()});
+
+    if (_is_AMI_model) {
+        // Every missing file of the set is named before the run ends.
+        bool bad = false;
+        auto missing = [](std::string const& path) {
+            if (ut_file.exist(path.c_str()))
+                return false;
+            ibsReport(IBS_MSG_1033, {path.c_str()});
+            return true;
+        };
+        if (missing(_masterIbisFile))
+            bad = true;
+        _amiRxParameterFile = _masterIbisFile;
+        if (replaceTail(_amiRxParameterFile, "serdes.ibs", "RX_parameters.ami") &&
+            missing(_amiRxParameterFile))
+            bad = true;
+        _amiTxParameterFile = _masterIbisFile;
+        if (replaceTail(_amiTxParameterFile, "serdes.ibs", "TX_parameters.ami") &&
+            missing(_amiTxParameterFile))
+            bad = true;
+        _amiRxExecutable = _masterIbisFile;
+        getAmiRxExecutableFile(_amiRxExecutable);
+        _amiTxExecutable = _masterIbisFile;
+        getAmiTxExecutableFile(_amiTxExecutable);
+        bool rxMissing = missing(_amiRxExecutable);
+        bool txMissing = missing(_amiTxExecutable);
+        if (rxMissing || txMissing || bad)
+            ibsExit(2);
+
+        char drive[pathSize], directory[pathSize], name[pathSize], extension[pathSize];
+        split_file_name(_designFile.c_str(), drive, directory, name, extension);
+        _designBaseName = name;
+    } else {
+        std::string::size_type dot = _designFile.rfind('.');
+        _designIbisFile = dot == std::string::npos ? _designFile : _designFile.substr(0, dot) + ".ibs";
+    }
+
+    _deviceStatus.clear();
+    if (_is_brinmark_flow)
+        get_device_status(_masterIbisFile.c_str(), _deviceStatus);
+}
+
+namespace {
+
+// The AMI executables lie beside the SerDes master file: "CVN_" + the
+// master's prefix + the side's suffix.
+std::string executableFor(IBIS_MODEL& model, std::string path, char const* suffix)
+{
+    std::string::size_type at = path.rfind("serdes.ibs");
+    if (at != std::string::npos)
+        path.erase(at);
+    char drive[pathSize], directory[pathSize], name[pathSize], extension[pathSize];
+    model.split_file_name(path.c_str(), drive, directory, name, extension);
+    return std::string(drive) + directory + "CVN_" + name + suffix;
+}
+
+} // namespace
+
+void IBS_GEN::getAmiRxExecutableFile(std::string& path)
+{
+    path = executableFor(*this, path, "rx_ami.so");
+}
+
+void IBS_GEN::getAmiTxExecutableFile(std::string& path)
+{
+    path = executableFor(*this, path, "tx_ami.so");
+}
+
+namespace {
+
+// Copies source into the output directory under its own name, or ends the
+// run.
+void copyIntoSet(IBIS_MODEL& model, char const* outputDir, std::string const& source,
+                 char const* progress, char const* failure)
+{
+    char drive[pathSize], directory[pathSize], name[pathSize], extension[pathSize];
+    model.split_file_name(source.c_str(), drive, directory, name, extension);
+    std::string target = std::string(outputDir) + "\\" + name + extension;
+    std::vector<char> path(target.begin(), target.end());
+    path.push_back('\0');
+    ut_file.makeunixpath(path.data());
+    std::printf(progress, path.data());
+    if (!ut_file.copy(source.c_str(), path.data())) {
+        std::printf(failure, path.data());
+        ibsExit(2);
+    }
+}
+
+} // namespace
+
+void IBS_GEN::write_ami_files()
+{
+    if (_amiIobufs.empty()) {
+        std::printf("\n");
+        ibsReport(IBS_MSG_1035);
+        return;
+    }
+
+    char outputDir[pathSize];
+    ut_file.getcwd(outputDir, pathSize);
+    std::strncat(outputDir, "\\ibis_ami", pathSize - std::strlen(outputDir) - 1);
+    ut_file.makeunixpath(outputDir);
+    if (!ut_file.exist(outputDir) && !ut_file.mkdir(outputDir))
+        ibsFatal(IBS_MSG_1034, {outputDir});
+
+    copyIntoSet(*this, outputDir, _masterIbisFile, "\nGenerating SerDes IBIS file:  \"%s\"\n",
+                "ERROR: Failed to generating SerDes IBIS file: \"%s\"\n");
+    copyIntoSet(*this, outputDir, _amiRxExecutable, "Generating RX AMI file:       \"%s\"\n",
+                "ERROR: Failed to generating RX AMI file: \"%s\"\n");
+    copyIntoSet(*this, outputDir, _amiTxExecutable, "Generating TX AMI file:       \"%s\"\n",
+                "ERROR: Failed to generating TX AMI file: \"%s\"\n");
+
+    for (IB_AMI_CHANNEL* channel : _amiIobufs) {
+        struct Side {
+            std::string const& enable;
+            char const* tag;
+            char const* progress;
+            std::string const& templateFile;
+        } const sides[] = {
+            {channel->rxEnable, "_rx_params", "Generating RX parameter file: \"%s\"\n",
+             _amiRxParameterFile},
+            {channel->txEnable, "_tx_params", "Generating TX parameter file: \"%s\"\n",
+             _amiTxParameterFile},
+        };
+        for (Side const& side : sides) {
+            if (side.enable != "ON")
+                continue;
+            std::string target = std::string(outputDir) + "\\" + _designBaseName + side.tag + "_" +
+                                 channel->blockId + "_" + channel->channelId + ".ami";
+            std::vector<char> path(target.begin(), target.end());
+            path.push_back('\0');
+            ut_file.makeunixpath(path.data());
+            std::printf(side.progress, path.data());
+            write_ami_parameter_file(side.templateFile.c_str(), path.data(), channel->configs);
+        }
+    }
+
+    std::printf("\n");
+    ibsReport(IBS_MSG_1036);
+}

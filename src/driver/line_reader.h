@@ -1,0 +1,40 @@
+#ifndef PAD2IBIS_DRIVER_LINE_READER_H
+#define PAD2IBIS_DRIVER_LINE_READER_H
+
+// The one line-reading primitive of every reader of the pad report, the
+// master IBIS file and the AMI templates.
+
+#include <cstdio>
+#include <istream>
+
+// Line buffers: the pad report and the naming section of the master file,
+// the writers' passes over the master file, AMI parameter templates.
+const int IBS_LINE_SIZE = 255;
+const int IBS_COPY_LINE_SIZE = 256;
+const int IBS_AMI_LINE_SIZE = 4096;
+
+// Reads one line into buf, which has room for size bytes, the NUL included,
+// so a line holds at most size - 1 characters. A longer line sets the
+// stream's fail state (buf then holds its first size - 1 characters); a last
+// line without line end sets the end-of-file state.
+inline std::istream& ibsReadLine(std::istream& in, char* buf, int size)
+{
+    return in.getline(buf, size);
+}
+
+// True once a reading loop has to end: at the end of the file, or when the
+// stream failed (an over-long line or an unreadable file).
+inline bool ibsStreamDone(std::istream const& in)
+{
+    return in.eof() || in.fail();
+}
+
+// Reads one line of a template that is copied as it stands: at most size - 1
+// characters with the line end kept, so a last line without one stays
+// without one. False at the end of the file.
+inline bool ibsReadRawLine(std::FILE* in, char* buf, int size)
+{
+    return std::fgets(buf, size, in) != nullptr;
+}
+
+#endif

@@ -1,0 +1,53 @@
+#ifndef PAD2IBIS_DRIVER_MESSAGES_H
+#define PAD2IBIS_DRIVER_MESSAGES_H
+
+// The one reporting seam of the generator. Every reportable event has an id
+// of the "padmodel" group and a fallback text: with an active message flow
+// (UT_MSGMAN::m_msgFlow == 1) the id is posted with its arguments, otherwise
+// the fallback text goes to standard output.
+
+#include <initializer_list>
+
+enum IbsMessage {
+    IBS_MSG_1003, // Failed to load IBIS models.
+    IBS_MSG_1004, // Failed to write out IBIS models.
+    IBS_MSG_1005, // advice on missing models
+    IBS_MSG_1010, // model not available
+    IBS_MSG_1011, // model not available, substituted
+    IBS_MSG_1012, // master file without .ibs
+    IBS_MSG_1013, // invalid device name
+    IBS_MSG_1014, // pad report without .pad
+    IBS_MSG_1015, // file cannot be opened
+    IBS_MSG_1016, // no signals in the pad report
+    IBS_MSG_1017, // Created Design Models.
+    IBS_MSG_1019, // true differential note
+    IBS_MSG_1022, // naming map heading
+    IBS_MSG_1023, // naming map row
+    IBS_MSG_1024, // empty naming table
+    IBS_MSG_1025, // design and master files differ
+    IBS_MSG_1026, // package not in the master file
+    IBS_MSG_1027, // unsupported bank supply
+    IBS_MSG_1028, // input model not available
+    IBS_MSG_1029, // falling back on the bidirectional model
+    IBS_MSG_1030, // Generating: path
+    IBS_MSG_1031, // design models generated
+    IBS_MSG_1033, // a file of the SerDes set is missing
+    IBS_MSG_1034, // subdirectory cannot be made
+    IBS_MSG_1035, // no SerDes in the design
+    IBS_MSG_1036  // AMI models generated
+};
+
+// Posts or prints the message with its string arguments; goes on.
+void ibsReport(IbsMessage message, std::initializer_list<char const*> args = {});
+
+// Reports the message and ends the process with the message's exit code.
+[[noreturn]] void ibsFatal(IbsMessage message, std::initializer_list<char const*> args = {});
+
+// Ends the process with the given exit code. Output written so far stays.
+[[noreturn]] void ibsExit(int code);
+
+// The id ("1010") and the exit code of a message; 0 when it is not fatal.
+char const* ibsMessageId(IbsMessage message);
+int ibsMessageExitCode(IbsMessage message);
+
+#endif

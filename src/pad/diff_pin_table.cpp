@@ -1,0 +1,67 @@
+// The pin number table of the pad report ("PINOUT BY PIN NUMBER"): where the
+// negative legs of differential pairs are told.
+
+#include <cstring>
+
+#include "driver/basibsgen.h"
+#include "driver/line_reader.h"
+#include "driver/load_time.h"
+#include "host/ut_string.h"
+
+void IBIS_MODEL::loadDiffPinInfo(char* line)
+{
+    if (line == nullptr)
+        return;
+    ut_strupr(line);
+    if (std::strstr(line, "PINOUT BY PIN NUMBER") == nullptr)
+        return;
+
+    char buf[IBS_LINE_SIZE];
+    char token[IBS_LINE_SIZE];
+    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+
+    // The text ahead of the first "|" is column 0, so the first cell of the
+    // table is column 1.
+    int bars = 0;
+    for (char const* p = buf; *p != '\0'; ++p)
+        if (*p == '|')
+            ++bars;
+    int pinBankColumn = -1;
+    int pinInfoColumn = -1;
+    for (int column = 0; column < bars; ++column) {
+        ut_strgettoken(buf, token, "|", 0);
+        if (token[0] == '\0')
+            continue;
+        ut_strupr(token);
+        ut_strtrim(token);
+        if (std::strcmp(token, "PIN/BANK") == 0)
+            pinBankColumn = column;
+        if (std::strcmp(token, "PIN INFO") == 0)
+            pinInfoColumn = column;
+    }
+    if (pinBankColumn < 0 || pinInfoColumn < 0)
+        return;
+
+    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+    int lastColumn = pinBankColumn > pinInfoColumn ? pinBankColumn : pinInfoColumn;
+    while (buf[0] != '+') {
+        std::string pinBank;
+        std::string pinInfo;
+        for (int column = 0; column <= lastColumn; ++column) {
+            ut_strgettoken(buf, token, "|", 0);
+            if (token[0] == '\0')
+                continue;
+            if (column == pinBankColumn)
+                pinBank = token;
+            if (column == pinInfoColumn)
+                pinInfo = ut_strtrim(token);
+        }
+        if (!pinBank.empty() && !pinInfo.empty())
+            _diffPinMap[pinInfo] = pinBank.substr(0, pinBank.find('/'));
+        if (ibsStreamDone(_padStream))
+            break;
+        ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+    }
+}

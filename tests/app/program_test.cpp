@@ -1,0 +1,56 @@
+// The command-line contract of pad2ibis: help, version, usage errors and
+// the exit codes that reach the user.
+
+#include <gtest/gtest.h>
+
+#include "support/generator_probe.h"
+
+namespace {
+
+TEST(Program, HelpGoesToStandardOutput)
+{
+    ts::TempDir dir;
+    ts::RunResult r = ts::runProgram({"--help"}, dir.path());
+    EXPECT_EQ(r.exitCode, 0);
+    EXPECT_EQ(r.out.rfind("Usage: pad2ibis [OPTIONS] PAD_FILE MASTER_IBS\n", 0), 0u) << r.out;
+    for (char const* option : {"--family", "--vargon", "--ncd", "--brinmark", "--dphy", "--msgflow",
+                               "--btn", "--dump-alt-models", "--ami", "--channels", "--version"})
+        EXPECT_NE(r.out.find(option), std::string::npos) << option;
+    EXPECT_EQ(r.err, "");
+}
+
+TEST(Program, Version)
+{
+    ts::TempDir dir;
+    ts::RunResult r = ts::runProgram({"--version"}, dir.path());
+    EXPECT_EQ(r.exitCode, 0);
+    EXPECT_EQ(r.out.rfind("pad2ibis ", 0), 0u);
+    EXPECT_EQ(r.out.back(), '\n');
+}
+
+TEST(Program, UsageErrorsPrintTheUsageOnStandardErrorWithExitCode2)
+{
+    ts::TempDir dir;
+    for (auto const& args : std::vector<std::vector<std::string>>{
+             {"--bogus", "d.pad", "m.ibs"}, {"d.pad"}, {"--btn", "x", "d.pad", "m.ibs"}}) {
+        ts::RunResult r = ts::runProgram(args, dir.path());
+        EXPECT_EQ(r.exitCode, 2);
+        EXPECT_EQ(r.out, "");
+        EXPECT_NE(r.err.find("Usage: pad2ibis"), std::string::npos) << r.err;
+        EXPECT_EQ(r.err.rfind("pad2ibis: ", 0), 0u) << r.err;
+    }
+}
+
+TEST(Program, LibraryFailuresKeepTheirExitCodes)
+{
+    ts::TempDir dir;
+    ts::RunResult r = ts::runProgram({"design.rpt", "m.ibs"}, dir.path());
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_EQ(r.out, "ERROR: report file design.rpt should have .pad extension.\n");
+
+    r = ts::runProgram({"--msgflow", "absent.pad", "m.ibs"}, dir.path());
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.err, "padmodel-1015\tabsent.pad\n");
+}
+
+} // namespace
