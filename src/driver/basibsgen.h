@@ -207,10 +207,16 @@ protected:
     // Builds the members and nothing else; the set-up of an IBS_GEN is init.
     IBIS_MODEL();
 
-    // Reads one naming table: the rows up to the closing comment line.
-    // skipLeadingComments: comment lines ahead of the body are passed over.
-    std::map<std::string, std::string> readNamingTable(bool skipLeadingComments,
-                                                       bool trimDesignValue);
+    // How a naming table reader treats its rows.
+    enum NamingTableRule {
+        NAMING_PLAIN,         // comment lines ahead of the body are passed over
+        NAMING_TRIMMED,       // as plain, and design values are trimmed too
+        NAMING_PULL,          // as trimmed, and pull values take the family's names
+        NAMING_NO_LEAD_SKIP   // the first comment line ends the table, even ahead of the body
+    };
+    // Reads one naming table from the current position of the master
+    // stream: its rows up to and with the closing comment line.
+    std::map<std::string, std::string> readNamingTable(NamingTableRule rule);
     // The drive table, and the flags and template that go with it.
     void storeDriveTable(std::map<std::string, std::string> const& drive);
 };

@@ -4,6 +4,7 @@
 
 #include "driver/basibsgen.h"
 #include "driver/load_time.h"
+#include "host/ut_string.h"
 
 namespace {
 
@@ -35,4 +36,45 @@ void IB_IOBUF::getMode(IBIS_KEY_ATTR field, int length, std::string& out)
     out.clear();
     for (int i = 0; i < length && field + i < static_cast<int>(modelRoom) - 1; ++i)
         out += model[field + i];
+}
+
+int IBIS_MODEL::getVoltage(std::string& ioType)
+{
+    auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    auto number = [&isDigit](std::string const& text, std::string::size_type from) {
+        // Saturates: a voltage has two digits, a longer run is no voltage
+        // and must not overflow.
+        long long value = 0;
+        bool any = false;
+        for (std::string::size_type i = from; i < text.size() && isDigit(text[i]); ++i) {
+            any = true;
+            if (value < 100000000)
+                value = value * 10 + (text[i] - '0');
+        }
+        return any ? static_cast<int>(value) : -1;
+    };
+
+    // The 3 of I3C names the standard, not a voltage.
+    if (ioType.size() >= 3 && ut_strincmp(ioType.c_str(), "I3C", 3) == 0)
+        return number(ioType, 3);
+
+    std::string::size_type first = ioType.find_first_of("0123456789");
+    if (first == std::string::npos)
+        return -1;
+    int voltage = number(ioType, first);
+    // A type that the naming table lists whole keeps its digits.
+    if (need_remove_vccio_field(ioType)) {
+        std::string name;
+        for (char c : ioType)
+            if (!isDigit(c))
+                name += c;
+        ioType = name;
+    }
+    return voltage;
+}
+
+bool IBIS_MODEL::need_remove_vccio_field(std::string ioType)
+{
+    auto table = _devIoMaps.find("IO_TYPE");
+    return table == _devIoMaps.end() || table->second.count(ioType) == 0;
 }

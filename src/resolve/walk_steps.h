@@ -1,0 +1,30 @@
+#ifndef PAD2IBIS_RESOLVE_WALK_STEPS_H
+#define PAD2IBIS_RESOLVE_WALK_STEPS_H
+
+// Steps of the design model walk that stand around the question whether a
+// model exists: the bank impedance of the families that take it from the
+// bank supply, the input fallback, and the bookkeeping of a key.
+
+#include <string>
+
+#include "driver/basibsgen.h"
+
+// The impedance field from the supply voltage of the signal's bank.
+void ibsBankImpedanceStep(IBIS_MODEL& generator, IB_IOBUF* iobuf);
+
+// An input whose model is missing falls back on the bidirectional model.
+void ibsInputFallback(IBIS_MODEL& generator, IB_IOBUF* iobuf);
+
+// The design uses model: it enters the design models, and the master pin of
+// pinKey's differential model, if any, becomes the signal's master pin.
+void ibsUseModel(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& model,
+                 std::string const& pinKey);
+
+// Accepts the signal's key or reports it missing and empties it.
+void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf);
+
+// Flushes every output stream, so that a warning stands where it belongs
+// among what the host prints.
+void ibsFlushAll();
+
+#endif
