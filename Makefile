@@ -14,11 +14,18 @@ build:
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS)
 	cmake --build $(BUILD) -j $(JOBS)
 
-# Runs the pad report flow on examples/ in $(BUILD)/demo; the design IBIS
-# file lands in $(BUILD)/demo/IBIS/.
+# Runs the pad report flow on the shipped example in $(BUILD)/demo: the
+# design IBIS file and the package model file land in $(BUILD)/demo/IBIS/.
+# A second run asks for two companion-chip copies (--btn 2).
+DEMO_DIR = $(BUILD)/demo
+PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
 demo: build
-	rm -rf $(BUILD)/demo && mkdir -p $(BUILD)/demo
-	cd $(BUILD)/demo && $(CURDIR)/$(BUILD)/pad2ibis $(CURDIR)/examples/demo.pad $(CURDIR)/examples/kva3_master.ibs
+	rm -rf $(DEMO_DIR) && mkdir -p $(DEMO_DIR)/main $(DEMO_DIR)/btn
+	cp examples/demo.pad $(DEMO_DIR)/main/ && cp examples/demo.pad $(DEMO_DIR)/btn/
+	cd $(DEMO_DIR)/main && $(PAD2IBIS) demo.pad $(CURDIR)/examples/kva3_master.ibs
+	@echo "== companion-chip copies: pad2ibis --btn 2 demo.pad kva3_master.ibs"
+	cd $(DEMO_DIR)/btn && $(PAD2IBIS) --btn 2 demo.pad $(CURDIR)/examples/kva3_master.ibs > run.log
+	@sed -n '/^Generating/,$$p' $(DEMO_DIR)/btn/run.log
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

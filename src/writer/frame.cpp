@@ -1,0 +1,201 @@
+// The design IBIS file: its name and directory, the order of its sections,
+// the banner and the preamble copied from the master file.
+
+#include <cstring>
+
+#include "driver/basibsgen.h"
+#include "driver/line_reader.h"
+#include "driver/load_time.h"
+#include "driver/messages.h"
+#include "host/ut_filemanager.h"
+#include "host/ut_string.h"
+#include "host/ut_timestamp.h"
+#include "host/ut_version.h"
+
+namespace {
+
+const int pathSize = 4096;
+
+// The path cut behind its last "\", or else behind its last "/".
+std::string::size_type behindLastSeparator(std::string const& path)
+{
+    std::string::size_type cut = path.rfind('\\');
+    if (cut == std::string::npos)
+        cut = path.rfind('/');
+    return cut == std::string::npos ? std::string::npos : cut + 1;
+}
+
+} // namespace
+
+bool IBIS_MODEL::writeIbisModels(int btnCount)
+{
+    // The companion chip's IBIS file lies beside the master. A master path
+    // without a separator keeps its whole text ahead of the name.
+    bool const companions = btnCount > 0 && _input_dev_name != "KRDH20";
+    std::string btnSource;
+    if (companions) {
+        std::string::size_type cut = behindLastSeparator(_masterIbisFile);
+        btnSource = (cut == std::string::npos ? _masterIbisFile : _masterIbisFile.substr(0, cut)) +
+                    "k_btn.ibs";
+    }
+
+    std::string designStem;
+    if (companions || _input_dev_name == "KRDH21") {
+        std::string::size_type dot = _designIbisFile.rfind('.');
+        designStem = dot == std::string::npos ? _designIbisFile : _designIbisFile.substr(0, dot);
+        _designIbisFile = designStem + (_input_dev_name == "KRDH21" ? "_krdh21.ibs" : "_zu2.ibs");
+    }
+
+    // A relative design file goes into the IBIS directory below the current
+    // directory; an absolute one stays where it is.
+    std::string btnStem;
+    if (!ut_file.isabsolute(_designIbisFile.c_str())) {
+        char dir[pathSize];
+        ut_file.getcwd(dir, pathSize);
+        std::string path = std::string(dir) + "\\IBIS";
+        std::vector<char> buf(path.begin(), path.end());
+        buf.push_back('\0');
+        ut_file.makeunixpath(buf.data());
+        path = buf.data();
+        if (!ut_file.exist(path.c_str()) && !ut_file.mkdir(path.c_str()))
+            ibsFatal(IBS_MSG_1034, {path.c_str()});
+        path += "\\";
+        // The companion copies' stem keeps the mixed separator; the host's
+        // copy service takes it as it is.
+        if (btnCount != 0)
+            btnStem = path + designStem;
+        path += _designIbisFile;
+        buf.assign(path.begin(), path.end());
+        buf.push_back('\0');
+        ut_file.makeunixpath(buf.data());
+        _designIbisFile = buf.data();
+    }
+
+    _designStream.open(_designIbisFile.c_str(), std::ios::out | std::ios::trunc);
+    _masterStream.open(_masterIbisFile.c_str());
+    if (!isDeviceIbisFileOpen() || !isDesignIbisFileOpen())
+        return false;
+
+    writeIbisHeaderInformations();
+    writeIbisCopyRights();
+    writeIbisPackageInfo();
+    writeIbisPinInfo();
+    _masterStream.close();
+    _masterStream.clear();
+
+    writeDiffPinSection();
+    for (std::string const& model : _designModels) {
+        writeModelInfo(model);
+        writeEndModel(model);
+        writeSectionSeperator();
+    }
+    _designStream << "| End [Component]\n";
+    _designStream << "[End]\n";
+    _designStream.close();
+
+    writeFileLocation();
+    ibsReport(IBS_MSG_1031);
+    if (companions)
+        writeBtnFile(btnStem, btnSource, btnCount);
+    writePackageFile();
+    return true;
+}
+
+void IBIS_MODEL::writeIbisHeaderInformations()
+{
+    writeSectionSeperator();
+
+    // 33 characters of maker's line, and lines of 80 at the most.
+    std::string const maker = "| IBIS Models Generator: Corvane ";
+    std::string version;
+    if (ut_get_version_information(version) == 0) {
+        _designStream << "| Corvane IBIS Models Generator\n";
+    } else if (version.size() + 33 <= 80) {
+        _designStream << maker << version << "\n";
+    } else {
+        std::string::size_type patch = version.find("Patch");
+        if (patch == std::string::npos || patch == 0) {
+            _designStream << "| IBIS Models Generator:\n";
+            _designStream << "| " << version << "\n";
+        } else {
+            // The character just ahead of "Patch" stands on neither line.
+            _designStream << maker << version.substr(0, patch - 1) << "\n";
+            _designStream << "|                        " << version.substr(patch) << "\n";
+        }
+    }
+
+    UT_TIMESTAMP* stamp = new UT_TIMESTAMP();
+    char* date = ut_strdup(stamp->get_timestamp_string());
+    if (char* end = std::strchr(date, '\n'))
+        *end = '\0';
+    _designStream << "| Generate date: " << date << "\n";
+    delete stamp;
+    delete[] date;
+}
+
+void IBIS_MODEL::writeIbisCopyRights()
+{
+    // The two companion-chip parts name themselves on the component line.
+    bool const zu2Part = _partName == "KRDH20" || _partName == "KRDH21";
+    bool deviceLineDone = false;
+    char line[IBS_COPY_LINE_SIZE];
+    while (ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE)) {
+        std::string raw = line;
+        if (zu2Part) {
+            char upperCopy[IBS_COPY_LINE_SIZE];
+            std::strcpy(upperCopy, line);
+            ut_strupr(upperCopy);
+            char const* zu2 = std::strstr(upperCopy, "ZU2");
+            if (zu2 != nullptr && std::strstr(upperCopy, "COMPONENT") != nullptr) {
+                _designStream << raw.substr(0, static_cast<size_t>(zu2 - upperCopy)) << _partName.c_str()
+                              << "\n";
+                continue;
+            }
+        }
+        // Text behind a "|" takes no part in the tests.
+        char upperBuf[IBS_COPY_LINE_SIZE];
+        std::strcpy(upperBuf, line);
+        std::string upper = ut_strupr(upperBuf);
+        eat_comment_character(upper);
+
+        // The master's package keyword line ends the preamble; the design
+        // file gets a [Package] line of its own.
+        std::string::size_type package = upper.find("PACKAGE");
+        if (package != std::string::npos && package <= 3)
+            break;
+        if (upper.find("[FILE NAME]") != std::string::npos) {
+            std::string name = _designIbisFile;
+            std::string::size_type cut = behindLastSeparator(name);
+            if (cut != std::string::npos)
+                name = name.substr(cut);
+            std::string::size_type dot = name.rfind('.');
+            if (dot != std::string::npos && dot > 40)
+                name = name.substr(0, 39) + "~.ibs";
+            _designStream << "[File Name]     " << name << "\n";
+            continue;
+        }
+        std::string::size_type device = upper.find("DEVICE:");
+        if (_is_brinmark_flow && device != std::string::npos) {
+            // The status found in the master's notes takes the device
+            // line's place, from the same column; later device lines go.
+            if (!deviceLineDone) {
+                _designStream << std::string(device, ' ') << _deviceStatus << "\n";
+                deviceLineDone = true;
+            }
+            continue;
+        }
+        _designStream << raw << "\n";
+    }
+}
+
+void IBIS_MODEL::eat_comment_character(std::string& text)
+{
+    std::string::size_type bar = text.find('|');
+    if (bar != std::string::npos)
+        text.erase(bar);
+}
+
+void IBIS_MODEL::writeSectionSeperator()
+{
+    _designStream << "|" << std::string(72, '*') << "\n";
+}

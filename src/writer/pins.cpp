@@ -1,0 +1,148 @@
+// The [Pin] rows of the design's signals, the D-PHY rows, and the
+// [Diff pin] section with the design's own pins.
+
+#include <cstdio>
+#include <cstring>
+
+#include "driver/basibsgen.h"
+#include "driver/line_reader.h"
+#include "driver/load_time.h"
+#include "host/ut_string.h"
+
+namespace {
+
+// Pin in 13 columns, signal in 20, then the model; a longer value pushes the
+// rest to the right.
+void writePinRow(std::ofstream& out, std::string const& pin, std::string const& signal,
+                 std::string const& model)
+{
+    char row[IBS_AMI_LINE_SIZE];
+    std::snprintf(row, sizeof row, "%-13s %-20s %s", pin.c_str(), signal.c_str(), model.c_str());
+    out << row << "\n";
+}
+
+} // namespace
+
+void IBIS_MODEL::writeIbisPinInfo()
+{
+    // Rows in pad report order; a signal without a model has no place here.
+    // The negative leg of a differential signal is told by the pad report's
+    // pin number table, where its pin info is the signal's name and "-".
+    for (IB_IOBUF* iobuf : _iobufs) {
+        if (iobuf->model == nullptr || iobuf->model[0] == '\0')
+            continue;
+        std::string rowName = iobuf->name;
+        std::string key = rowName + "-";
+        auto negative = _diffPinMap.find(key);
+        bool differential = negative != _diffPinMap.end();
+        if (differential)
+            rowName += "+";
+        writePinRow(_designStream, iobuf->site ? iobuf->site : "", rowName, iobuf->model);
+        if (differential)
+            writePinRow(_designStream, negative->second, key, iobuf->model);
+    }
+    writeDphyPinInfo();
+    writeSectionSeperator();
+}
+
+void IBIS_MODEL::writeDphyPinInfo()
+{
+    if (!_mipi_dphy_ip_used)
+        return;
+    // Every D-PHY model of the master gets a row, high-speed and low-power
+    // modes numbered apart, pins numbered across both.
+    int hs = 1;
+    int lp = 1;
+    for (std::string const& model : _availableModels) {
+        if (model.find("mip") == std::string::npos)
+            continue;
+        // The D-PHY mode stands at the termination position; a shorter name
+        // fails with the string operation's out-of-range error, uncaught.
+        char mode = model.at(12);
+        std::string signal;
+        if (mode == 'h')
+            signal = "mode_hs_" + std::to_string(hs++);
+        else if (mode == 'l')
+            signal = "mode_lp_" + std::to_string(lp++);
+        else
+            continue;
+        writePinRow(_designStream, "MIP_" + std::to_string(hs + lp - 2), signal, model);
+        _designModels.insert(model);
+    }
+}
+
+void IBIS_MODEL::writeDiffPinSection()
+{
+    _masterStream.open(_masterIbisFile.c_str());
+    if (!isDeviceIbisFileOpen()) {
+        _masterStream.clear();
+        return;
+    }
+    auto finish = [this] {
+        _masterStream.close();
+        _masterStream.clear();
+    };
+
+    char line[IBS_COPY_LINE_SIZE];
+    ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
+    bool keyword = false;
+    while (ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE)) {
+        if (std::strstr(line, "[Diff pin]") != nullptr) {
+            keyword = true;
+            break;
+        }
+    }
+    if (!keyword) {
+        finish();
+        return;
+    }
+    std::string const header = line;
+
+    ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
+    while (line[0] == '|' && !ibsStreamDone(_masterStream))
+        ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
+    if (line[0] == '[' || ibsStreamDone(_masterStream)) {
+        finish();
+        return;
+    }
+
+    // Each master row names the master's positive pin first; the signals
+    // whose model has that master pin get the row with their own pins and
+    // the master's remaining columns.
+    bool written = false;
+    while (line[0] != '|' && !ibsStreamDone(_masterStream)) {
+        char first[IBS_COPY_LINE_SIZE];
+        char second[IBS_COPY_LINE_SIZE];
+        ut_strgettoken(line, first, " ", 0);
+        ut_strgettoken(line, second, " ", 0);
+        if (first[0] == '\0' || second[0] == '\0') {
+            ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
+            continue;
+        }
+        std::map<std::string, std::string> matches;
+        for (IB_IOBUF* iobuf : _iobufs) {
+            char const* masterPin = iobuf->masterPin ? iobuf->masterPin : "";
+            if (std::strcmp(masterPin, first) == 0)
+                matches[iobuf->name] = iobuf->site ? iobuf->site : "";
+        }
+        // A row that matched nothing is tried again with its next two
+        // columns, from what is left of it.
+        if (matches.empty())
+            continue;
+        for (auto const& match : matches) {
+            auto negative = _diffPinMap.find(match.first + "-");
+            if (negative == _diffPinMap.end())
+                continue;
+            if (!written)
+                _designStream << header << "\n";
+            char positive[IBS_AMI_LINE_SIZE];
+            std::snprintf(positive, sizeof positive, "%-12s", match.second.c_str());
+            _designStream << positive << negative->second << line << "\n";
+            written = true;
+        }
+        ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
+    }
+    if (written)
+        writeSectionSeperator();
+    finish();
+}
