@@ -16,7 +16,8 @@ build:
 
 # Runs the pad report flow on the shipped example in $(BUILD)/demo: the
 # design IBIS file and the package model file land in $(BUILD)/demo/IBIS/.
-# A second run asks for two companion-chip copies (--btn 2).
+# A second run asks for two companion-chip copies (--btn 2), a third runs
+# the table-driven family, whose missing models get substitutes.
 DEMO_DIR = $(BUILD)/demo
 PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
 demo: build
@@ -26,6 +27,10 @@ demo: build
 	@echo "== companion-chip copies: pad2ibis --btn 2 demo.pad kva3_master.ibs"
 	cd $(DEMO_DIR)/btn && $(PAD2IBIS) --btn 2 demo.pad $(CURDIR)/examples/kva3_master.ibs > run.log
 	@sed -n '/^Generating/,$$p' $(DEMO_DIR)/btn/run.log
+	@echo "== table-driven family: pad2ibis --vargon vargon_demo.pad kvan_master.ibs"
+	mkdir -p $(DEMO_DIR)/vargon && cp examples/vargon_demo.pad $(DEMO_DIR)/vargon/
+	cd $(DEMO_DIR)/vargon && $(PAD2IBIS) --vargon vargon_demo.pad $(CURDIR)/examples/kvan_master.ibs > run.log
+	@grep -v -e '^ ' -e '^Comp:' -e '^---' $(DEMO_DIR)/vargon/run.log
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -9,6 +9,7 @@
 #include "driver/basibsgen.h"
 #include "driver/messages.h"
 #include "host/msgmanager.h"
+#include "variant/basib_vargon.h"
 
 #ifndef PAD2IBIS_VERSION
 #define PAD2IBIS_VERSION "0.0.0"
@@ -34,15 +35,21 @@ int runPadFlow(Options const& options)
     if (options.familyGiven)
         family = options.family;
 
+    IBIS_MODEL* generator = nullptr;
+    IBIS_MODEL_VARGON* variant = nullptr;
     if (options.vargon) {
-        std::fprintf(stderr, "pad2ibis: --vargon: the table-driven generator is not built yet\n");
-        return 2;
+        variant = new IBIS_MODEL_VARGON(family.c_str(), options.firstPath.c_str(),
+                                        options.secondPath.c_str());
+        generator = variant;
+    } else {
+        generator =
+            new IBIS_MODEL(family.c_str(), options.firstPath.c_str(), options.secondPath.c_str());
     }
-    IBIS_MODEL* generator =
-        new IBIS_MODEL(family.c_str(), options.firstPath.c_str(), options.secondPath.c_str());
 
     if (!generator->loadIbisModels())
         ibsFatal(IBS_MSG_1003);
+    if (options.dumpAltModels && variant != nullptr)
+        variant->printAltModelLists();
     generator->setDesignModels();
     if (!generator->writeIbisModels(options.btn))
         ibsReport(IBS_MSG_1004);

@@ -1,0 +1,216 @@
+// The table-driven family's generator: construction, its naming table rule,
+// its voltage rule and its design model walk.
+
+#include <cstring>
+
+#include "driver/load_time.h"
+#include "driver/messages.h"
+#include "host/ut_string.h"
+#include "resolve/walk_steps.h"
+#include "variant/basib_vargon.h"
+
+IBIS_MODEL_VARGON::IBIS_MODEL_VARGON(char const* family, char const* padFile,
+                                     char const* masterIbisFile)
+    : IBIS_MODEL(family, padFile, masterIbisFile)
+{
+    if (_keyFieldPresent[7])
+        _devIoMaps["DRIVE"]["24mA"] = "240";
+}
+
+IBIS_MODEL_VARGON::~IBIS_MODEL_VARGON()
+{
+    _iobufs.clear();
+    for (BASIB_ALT_MODEL_MAP* forest : {&_outputAltModels, &_inputAltModels, &_bidirAltModels}) {
+        for (auto& entry : *forest) {
+            if (entry.second == nullptr)
+                continue;
+            for (BASIB_ALT_MODEL_INFO* root : *entry.second)
+                delete root;
+            delete entry.second;
+        }
+        forest->clear();
+    }
+}
+
+bool IBIS_MODEL_VARGON::hasDoneLoadingIoMaps()
+{
+    // Every field but the direction's second character has its table.
+    for (int position : {0, 3, 7, 6, 10, 11, 12, 13, 14, 15, 16, 17, 18})
+        if (!_keyFieldPresent[position])
+            return false;
+    return true;
+}
+
+int IBIS_MODEL_VARGON::getVoltage(std::string& ioType)
+{
+    auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    std::string digits;
+    if (!ioType.empty() && isDigit(ioType.back())) {
+        // The digit of a reference entry is no voltage.
+        if (ioType == "VREF1" || ioType == "VREF2")
+            return -1;
+        std::string::size_type start = ioType.size();
+        while (start > 0 && isDigit(ioType[start - 1]))
+            --start;
+        digits = ioType.substr(start);
+        ioType.erase(start);
+    } else {
+        std::string name;
+        for (char c : ioType) {
+            if (isDigit(c))
+                digits += c;
+            else
+                name += c;
+        }
+        ioType = name;
+    }
+    if (digits.empty())
+        return -1;
+    long long value = 0;
+    for (char c : digits)
+        if (value < 100000000)
+            value = value * 10 + (c - '0');
+    return static_cast<int>(value);
+}
+
+namespace {
+
+// The key field of each attribute of this family.
+bool fieldOf(std::string const& key, IBIS_KEY_ATTR& field)
+{
+    static struct {
+        char const* key;
+        IBIS_KEY_ATTR field;
+    } const fields[] = {
+        {"DRIVE", IBIS_KEY_DRIVE},     {"PULL", IBIS_KEY_PULL},       {"SLEW", IBIS_KEY_SLEW},
+        {"IMP", IBIS_KEY_IMPEDANCE},   {"TERMVCC", IBIS_KEY_TERMVCC}, {"TERMGND", IBIS_KEY_TERMGND},
+        {"TERMVTT", IBIS_KEY_TERMVTT}, {"VCMT", IBIS_KEY_VCMT},       {"DIFFRES", IBIS_KEY_DIFFRES},
+        {"DIFFCUR", IBIS_KEY_DIFFCUR},
+    };
+    for (auto const& entry : fields) {
+        if (key == entry.key) {
+            field = entry.field;
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void IBIS_MODEL_VARGON::setDesignModels()
+{
+    for (IB_IOBUF* iobuf : _iobufs) {
+        std::string const dir = iobuf->type ? iobuf->type : "";
+        std::vector<IB_IOBUF_CONFIG> attrs;
+        for (IB_IOBUF_CONFIG* config : iobuf->configs)
+            attrs.push_back(*config);
+        std::string ioType;
+        std::string pullValue;
+        std::vector<IB_IOBUF_CONFIG> workList;
+        iobuf->model = ibs_new_model_string(_modelKeyTemplate);
+
+        if (!attrs.empty()) {
+            for (IB_IOBUF_CONFIG const& attr : attrs) {
+                if (attr.key == "IO_TYPE") {
+                    ioType = attr.value;
+                    break;
+                }
+            }
+
+            for (IB_IOBUF_CONFIG const& attr : attrs) {
+                if (attr.key == "PULL") {
+                    pullValue += attr.value;
+                } else if (attr.key == "PCICLAMP" && attr.value == "ON") {
+                    pullValue += "_" + attr.key;
+                } else if (attr.key == "OPENDRAIN" && attr.value == "ON") {
+                    delete[] iobuf->type;
+                    iobuf->type = ut_strdup("OD");
+                } else if (attr.key == "VCMT" && attr.value == "DDR_II") {
+                    workList.emplace_back("VCMT", "DDR-2");
+                } else {
+                    workList.emplace_back(attr.key, attr.value);
+                }
+            }
+            // The vocabulary of the forests' pull level: UP_PCICLAMP,
+            // DOWN_PCICLAMP, or PCICLAMP for a clamp without pull.
+            if (!pullValue.empty()) {
+                strip_off_leading_underscores(pullValue);
+                workList.emplace_back("PULL", pullValue);
+            }
+
+            for (IB_IOBUF_CONFIG const& attr : workList) {
+                auto map = _devIoMaps.find(attr.key);
+                if (map == _devIoMaps.end())
+                    continue;
+                std::map<std::string, std::string> const& table = map->second;
+                if (attr.key == "IO_TYPE") {
+                    ioType = attr.value;
+                    // The reference entries have no model.
+                    if (ioType == "REF" && dir == "RESISTOR") {
+                        ioType = "REF_RES";
+                        iobuf->model[0] = '\0';
+                        break;
+                    }
+                    if (ioType.compare(0, 4, "VREF") == 0 && dir == "DRIVER") {
+                        iobuf->model[0] = '\0';
+                        break;
+                    }
+                    int voltage = getVoltage(ioType);
+                    auto code = table.find(ioType);
+                    if (code != table.end())
+                        iobuf->setMode(IBIS_KEY_IO_TYPE, code->second);
+                    if (voltage != -1)
+                        iobuf->setMode(IBIS_KEY_VOLTAGE, std::to_string(voltage) + "0");
+                    continue;
+                }
+                auto code = table.find(attr.value);
+                if (code == table.end())
+                    continue;
+                IBIS_KEY_ATTR field;
+                if (!fieldOf(attr.key, field))
+                    continue;
+                // A fast differential output is coded as the neutral slew.
+                if (field == IBIS_KEY_SLEW && attr.value == "FAST" &&
+                    (ioType == "LVDS" || ioType == "HYPT" || ioType == "RSDS"))
+                    iobuf->setMode(field, "a");
+                else
+                    iobuf->setMode(field, code->second);
+            }
+        }
+
+        // The direction comes from the pad report's port type alone: open
+        // drain changes the record's text, not the key.
+        if (dir == "IN")
+            iobuf->setMode(IBIS_KEY_DIRECTION, "in");
+        else if (dir == "OUT")
+            iobuf->setMode(IBIS_KEY_DIRECTION, "ou");
+        else if (dir == "OD")
+            iobuf->setMode(IBIS_KEY_DIRECTION, "od");
+        else if (dir != "DRIVER" && dir != "RESISTOR")
+            iobuf->setMode(IBIS_KEY_DIRECTION, "io");
+
+        std::string const key = iobuf->model;
+        if (key.empty())
+            continue;
+        if (_availableModels.count(key) != 0) {
+            ibsUseModel(*this, iobuf, key, key);
+            continue;
+        }
+        // A substitute counts as missing too; the master pin is the
+        // rejected key's.
+        std::string substitute = getAvailableAltModelName(dir, key);
+        if (!substitute.empty()) {
+            ibsReport(IBS_MSG_1011, {key.c_str(), iobuf->name, substitute.c_str()});
+            ibsFlushAll();
+            ++_missingModelCount;
+            iobuf->model = ibs_new_model_string(substitute.c_str());
+            ibsUseModel(*this, iobuf, substitute, key);
+        } else {
+            ibsReport(IBS_MSG_1010, {key.c_str(), iobuf->name});
+            ibsFlushAll();
+            ++_missingModelCount;
+            iobuf->model[0] = '\0';
+        }
+    }
+}
