@@ -113,7 +113,13 @@ void ibsFatal(IbsMessage message, std::initializer_list<char const*> args)
 
 void ibsExit(int code)
 {
+#ifdef PAD2IBIS_FATAL_THROWS
+    // The fuzzing build turns the end of the process into an exception that
+    // the fuzz target catches, so that one process can try many inputs.
+    throw IbsFatalExit{code};
+#else
     std::exit(code);
+#endif
 }
 
 char const* ibsMessageId(IbsMessage message)

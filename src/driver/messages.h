@@ -46,6 +46,12 @@ void ibsReport(IbsMessage message, std::initializer_list<char const*> args = {})
 // Ends the process with the given exit code. Output written so far stays.
 [[noreturn]] void ibsExit(int code);
 
+// What ibsExit throws instead of ending the process in a build with
+// PAD2IBIS_FATAL_THROWS defined (the fuzzing build).
+struct IbsFatalExit {
+    int code;
+};
+
 // The id ("1010") and the exit code of a message; 0 when it is not fatal.
 char const* ibsMessageId(IbsMessage message);
 int ibsMessageExitCode(IbsMessage message);
