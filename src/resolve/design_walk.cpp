@@ -91,25 +91,14 @@ void IBIS_MODEL::setDesignModels()
     bool const bankImpedance = _family == "HZU2" || _family == "HZU3";
 
     for (IB_IOBUF* iobuf : _iobufs) {
-        std::string const dir = iobuf->type ? iobuf->type : "";
-        std::vector<IB_IOBUF_CONFIG> const attrs = [iobuf] {
-            std::vector<IB_IOBUF_CONFIG> copy;
-            for (IB_IOBUF_CONFIG* config : iobuf->configs)
-                copy.push_back(*config);
-            return copy;
-        }();
-        std::string ioType;
+        WalkSignal signal = ibsStartSignal(iobuf, _modelKeyTemplate);
+        std::string const& dir = signal.dir;
+        std::vector<IB_IOBUF_CONFIG> const& attrs = signal.attrs;
+        std::string& ioType = signal.ioType;
         std::string pullValue;
         std::vector<IB_IOBUF_CONFIG> workList;
-        iobuf->model = ibs_new_model_string(_modelKeyTemplate);
 
         if (!attrs.empty()) {
-            for (IB_IOBUF_CONFIG const& attr : attrs) {
-                if (attr.key == "IO_TYPE") {
-                    ioType = attr.value;
-                    break;
-                }
-            }
             // The io types that take a pull mode; which one fits does not
             // change the key.
             for (std::string const& pullmodeType : _pullmodeIotypes)
@@ -135,8 +124,7 @@ void IBIS_MODEL::setDesignModels()
                 } else if (key == "SCHMITT_TRIGGER" && value == "ON") {
                     pullValue += "_SCHMITT";
                 } else if (key == "OPENDRAIN" && (value == "ON" || value == "PLUS")) {
-                    delete[] iobuf->type;
-                    iobuf->type = ut_strdup("OD");
+                    ibsMarkOpenDrain(iobuf);
                 } else if (key == "VCMT" && value == "DDR_II") {
                     workList.emplace_back("VCMT", "DDR-2");
                 } else {

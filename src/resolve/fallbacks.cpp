@@ -1,5 +1,6 @@
-// Around the lookup of a composed key: the bank impedance step, the input
-// fallback, acceptance and the closing message.
+// The steps of the design model walks around the lookup of a composed key:
+// a signal's set-up, the bank impedance step, the input fallback and
+// acceptance.
 
 #include <cstdio>
 #include <iostream>
@@ -9,6 +10,28 @@
 #include "driver/messages.h"
 #include "host/ut_string.h"
 #include "resolve/walk_steps.h"
+
+WalkSignal ibsStartSignal(IB_IOBUF* iobuf, char const* keyTemplate)
+{
+    WalkSignal signal;
+    signal.dir = iobuf->type ? iobuf->type : "";
+    for (IB_IOBUF_CONFIG* config : iobuf->configs)
+        signal.attrs.push_back(*config);
+    for (IB_IOBUF_CONFIG const& attr : signal.attrs) {
+        if (attr.key == "IO_TYPE") {
+            signal.ioType = attr.value;
+            break;
+        }
+    }
+    iobuf->model = ibs_new_model_string(keyTemplate);
+    return signal;
+}
+
+void ibsMarkOpenDrain(IB_IOBUF* iobuf)
+{
+    delete[] iobuf->type;
+    iobuf->type = ut_strdup("OD");
+}
 
 void ibsBankImpedanceStep(IBIS_MODEL& generator, IB_IOBUF* iobuf)
 {

@@ -1,10 +1,12 @@
 // The model key: a 20-character positional name, written field by field.
 
+#include <climits>
 #include <cstring>
 
 #include "driver/basibsgen.h"
 #include "driver/load_time.h"
 #include "host/ut_string.h"
+#include "resolve/walk_steps.h"
 
 namespace {
 
@@ -15,6 +17,19 @@ namespace {
 const size_t modelRoom = 512;
 
 } // namespace
+
+int ibsDecimal(std::string const& digits)
+{
+    // A run too long for the result is no voltage; it saturates rather than
+    // overflow.
+    long long value = 0;
+    for (char c : digits) {
+        value = value * 10 + (c - '0');
+        if (value > INT_MAX)
+            return INT_MAX;
+    }
+    return static_cast<int>(value);
+}
 
 char* ibs_new_model_string(char const* text)
 {
@@ -42,16 +57,10 @@ int IBIS_MODEL::getVoltage(std::string& ioType)
 {
     auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     auto number = [&isDigit](std::string const& text, std::string::size_type from) {
-        // Saturates: a voltage has two digits, a longer run is no voltage
-        // and must not overflow.
-        long long value = 0;
-        bool any = false;
-        for (std::string::size_type i = from; i < text.size() && isDigit(text[i]); ++i) {
-            any = true;
-            if (value < 100000000)
-                value = value * 10 + (text[i] - '0');
-        }
-        return any ? static_cast<int>(value) : -1;
+        std::string digits;
+        for (std::string::size_type i = from; i < text.size() && isDigit(text[i]); ++i)
+            digits += text[i];
+        return digits.empty() ? -1 : ibsDecimal(digits);
     };
 
     // The 3 of I3C names the standard, not a voltage.

@@ -6,8 +6,23 @@
 // bank supply, the input fallback, and the bookkeeping of a key.
 
 #include <string>
+#include <vector>
 
 #include "driver/basibsgen.h"
+
+// One signal's turn of a design model walk, as it starts: the direction
+// text as it stood on entry, a copy of the attributes (the record's own list
+// is not changed) and the value of the first "IO_TYPE" attribute. The
+// record gets a fresh copy of the key template as its model key.
+struct WalkSignal {
+    std::string dir;
+    std::vector<IB_IOBUF_CONFIG> attrs;
+    std::string ioType;
+};
+WalkSignal ibsStartSignal(IB_IOBUF* iobuf, char const* keyTemplate);
+
+// Open drain: the record's direction text becomes "OD".
+void ibsMarkOpenDrain(IB_IOBUF* iobuf);
 
 // The impedance field from the supply voltage of the signal's bank.
 void ibsBankImpedanceStep(IBIS_MODEL& generator, IB_IOBUF* iobuf);
@@ -22,6 +37,9 @@ void ibsUseModel(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& mode
 
 // Accepts the signal's key or reports it missing and empties it.
 void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf);
+
+// The decimal value of a run of digits, saturated at the largest int.
+int ibsDecimal(std::string const& digits);
 
 // Flushes every output stream, so that a warning stands where it belongs
 // among what the host prints.

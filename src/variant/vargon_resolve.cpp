@@ -66,11 +66,7 @@ int IBIS_MODEL_VARGON::getVoltage(std::string& ioType)
     }
     if (digits.empty())
         return -1;
-    long long value = 0;
-    for (char c : digits)
-        if (value < 100000000)
-            value = value * 10 + (c - '0');
-    return static_cast<int>(value);
+    return ibsDecimal(digits);
 }
 
 namespace {
@@ -101,31 +97,21 @@ bool fieldOf(std::string const& key, IBIS_KEY_ATTR& field)
 void IBIS_MODEL_VARGON::setDesignModels()
 {
     for (IB_IOBUF* iobuf : _iobufs) {
-        std::string const dir = iobuf->type ? iobuf->type : "";
-        std::vector<IB_IOBUF_CONFIG> attrs;
-        for (IB_IOBUF_CONFIG* config : iobuf->configs)
-            attrs.push_back(*config);
-        std::string ioType;
+        WalkSignal signal = ibsStartSignal(iobuf, _modelKeyTemplate);
+        std::string const& dir = signal.dir;
+        std::vector<IB_IOBUF_CONFIG> const& attrs = signal.attrs;
+        std::string& ioType = signal.ioType;
         std::string pullValue;
         std::vector<IB_IOBUF_CONFIG> workList;
-        iobuf->model = ibs_new_model_string(_modelKeyTemplate);
 
         if (!attrs.empty()) {
-            for (IB_IOBUF_CONFIG const& attr : attrs) {
-                if (attr.key == "IO_TYPE") {
-                    ioType = attr.value;
-                    break;
-                }
-            }
-
             for (IB_IOBUF_CONFIG const& attr : attrs) {
                 if (attr.key == "PULL") {
                     pullValue += attr.value;
                 } else if (attr.key == "PCICLAMP" && attr.value == "ON") {
                     pullValue += "_" + attr.key;
                 } else if (attr.key == "OPENDRAIN" && attr.value == "ON") {
-                    delete[] iobuf->type;
-                    iobuf->type = ut_strdup("OD");
+                    ibsMarkOpenDrain(iobuf);
                 } else if (attr.key == "VCMT" && attr.value == "DDR_II") {
                     workList.emplace_back("VCMT", "DDR-2");
                 } else {
