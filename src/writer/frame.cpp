@@ -139,7 +139,12 @@ void IBIS_MODEL::writeIbisCopyRights()
     bool const zu2Part = _partName == "KRDH20" || _partName == "KRDH21";
     bool deviceLineDone = false;
     char line[IBS_COPY_LINE_SIZE];
-    while (ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE)) {
+    // The loop watches the end of the file alone, as the reads that reach it
+    // are copied too; a line over the limit ends it as well.
+    while (!_masterStream.eof()) {
+        ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
+        if (_masterStream.fail() && !_masterStream.eof())
+            break;
         std::string raw = line;
         if (zu2Part) {
             char upperCopy[IBS_COPY_LINE_SIZE];
