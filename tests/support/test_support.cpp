@@ -10,6 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <sys/stat.h>
+#include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -119,11 +120,27 @@ RunResult runProgram(std::vector<std::string> const& args, std::string const& cw
         execv(program.c_str(), argv.data());
         _exit(127);
     }
+    // A run that does not end within a minute is a hang: it is killed and
+    // reported as such.
     int status = 0;
-    while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+    bool hung = false;
+    for (int waited = 0;; ++waited) {
+        pid_t done = waitpid(pid, &status, WNOHANG);
+        if (done == pid)
+            break;
+        if (done < 0 && errno != EINTR)
+            break;
+        if (waited >= 60000) {
+            kill(pid, SIGKILL);
+            waitpid(pid, &status, 0);
+            hung = true;
+            break;
+        }
+        usleep(1000);
     }
     RunResult result;
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    result.exitCode = hung ? kRunHung
+                           : WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     result.out = readFile(outPath);
     result.err = readFile(errPath);
     return result;

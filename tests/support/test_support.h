@@ -41,6 +41,9 @@ bool fileExists(std::string const& path);
 // A path below the source tree ("examples/demo.pad").
 std::string sourcePath(std::string const& relative);
 
+// Exit code of a run that had to be killed after a minute.
+const int kRunHung = -2;
+
 // Output of a whole run of the pad2ibis program.
 struct RunResult {
     int exitCode = -1;
