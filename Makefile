@@ -17,7 +17,8 @@ build:
 # Runs the pad report flow on the shipped example in $(BUILD)/demo: the
 # design IBIS file and the package model file land in $(BUILD)/demo/IBIS/.
 # A second run asks for two companion-chip copies (--btn 2), a third runs
-# the table-driven family, whose missing models get substitutes.
+# the table-driven family, whose missing models get substitutes, and a
+# fourth writes the SerDes IBIS-AMI set into $(BUILD)/demo/ami/ibis_ami/.
 DEMO_DIR = $(BUILD)/demo
 PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
 demo: build
@@ -31,6 +32,10 @@ demo: build
 	mkdir -p $(DEMO_DIR)/vargon && cp examples/vargon_demo.pad $(DEMO_DIR)/vargon/
 	cd $(DEMO_DIR)/vargon && $(PAD2IBIS) --vargon vargon_demo.pad $(CURDIR)/examples/kvan_master.ibs > run.log
 	@grep -v -e '^ ' -e '^Comp:' -e '^---' $(DEMO_DIR)/vargon/run.log
+	@echo "== SerDes IBIS-AMI set: pad2ibis --ami --channels channels.txt demo_serdes.udb kva4serdes.ibs"
+	mkdir -p $(DEMO_DIR)/ami
+	cd $(DEMO_DIR)/ami && $(PAD2IBIS) --ami --channels $(CURDIR)/examples/serdes/channels.txt \
+	  $(CURDIR)/examples/serdes/demo_serdes.udb $(CURDIR)/examples/serdes/kva4serdes.ibs
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

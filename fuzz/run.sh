@@ -1,4 +1,4 @@
-#!/bin/sh
+#!/bin/bash
 # Builds the fuzz targets with libFuzzer (clang++ with the address and
 # undefined-behaviour sanitizers) and runs each for SECONDS seconds
 # (default 60), then prints per target the executions, executions per
