@@ -121,13 +121,3 @@ void ibsExit(int code)
     std::exit(code);
 #endif
 }
-
-char const* ibsMessageId(IbsMessage message)
-{
-    return messageTable[message].id;
-}
-
-int ibsMessageExitCode(IbsMessage message)
-{
-    return messageTable[message].exitCode;
-}

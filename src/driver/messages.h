@@ -52,8 +52,4 @@ struct IbsFatalExit {
     int code;
 };
 
-// The id ("1010") and the exit code of a message; 0 when it is not fatal.
-char const* ibsMessageId(IbsMessage message);
-int ibsMessageExitCode(IbsMessage message);
-
 #endif

@@ -8,6 +8,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "pad/line_tokens.h"
 
 void IBIS_MODEL::getDevName(std::string padFile, std::string& family)
 {
@@ -25,9 +26,7 @@ void IBIS_MODEL::getDevName(std::string padFile, std::string& family)
         if (std::strstr(line, "PART TYPE") == nullptr)
             continue;
         char token[IBS_LINE_SIZE];
-        ut_strgettoken(line, token, " ", 0);
-        ut_strgettoken(line, token, " ", 0);
-        ut_strgettoken(line, token, " ", 0);
+        ibsTakeTokens(line, token, 3);
         _input_dev_name = token;
         fetch_dev_name(token, family);
         break;

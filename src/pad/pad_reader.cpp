@@ -7,6 +7,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "pad/line_tokens.h"
 
 bool IBIS_MODEL::loadIos()
 {
@@ -46,9 +47,7 @@ void IBIS_MODEL::setPartType(char* line)
     if (std::strstr(line, "PART TYPE") == nullptr)
         return;
     char token[IBS_LINE_SIZE];
-    ut_strgettoken(line, token, " ", 0);
-    ut_strgettoken(line, token, " ", 0);
-    ut_strgettoken(line, token, " ", 0);
+    ibsTakeTokens(line, token, 3);
     ut_strtrim(token);
     _partName = token;
     getPartName(_partName);
@@ -59,8 +58,7 @@ void IBIS_MODEL::setPackage(char* line)
     if (std::strstr(line, "PACKAGE") == nullptr)
         return;
     char token[IBS_LINE_SIZE];
-    ut_strgettoken(line, token, " ", 0);
-    ut_strgettoken(line, token, " ", 0);
+    ibsTakeTokens(line, token, 2);
     ut_strtrim(token);
     ut_strupr(token);
     // The first line that names a real package wins.

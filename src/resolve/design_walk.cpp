@@ -19,32 +19,19 @@ bool isOneOf(std::string const& text, std::initializer_list<char const*> words)
     return false;
 }
 
-// The key field that an attribute's code goes to; false for an attribute
-// that has a table and no field.
-bool fieldOf(std::string const& key, IBIS_KEY_ATTR& field)
-{
-    static struct {
-        char const* key;
-        IBIS_KEY_ATTR field;
-    } const fields[] = {
-        {"DRIVE", IBIS_KEY_DRIVE},       {"PULL", IBIS_KEY_PULL},
-        {"PULLMODE", IBIS_KEY_PULL},     {"SLEW", IBIS_KEY_SLEW},
-        {"SLEWRATE", IBIS_KEY_SLEW},     {"IMP", IBIS_KEY_IMPEDANCE},
-        {"MIPI", IBIS_KEY_TERMVCC},      {"TERMVCC", IBIS_KEY_TERMVCC},
-        {"TERMINATION", IBIS_KEY_TERMVCC}, {"TERMGND", IBIS_KEY_TERMGND},
-        {"TERMVTT", IBIS_KEY_TERMVTT},   {"VCMT", IBIS_KEY_VCMT},
-        {"MULTDRIVE", IBIS_KEY_VCMT},    {"DIFFRES", IBIS_KEY_DIFFRES},
-        {"DIFFRESISTOR", IBIS_KEY_DIFFRES}, {"DIFFCUR", IBIS_KEY_DIFFCUR},
-        {"DIFFDRIVE", IBIS_KEY_DIFFCUR},
-    };
-    for (auto const& entry : fields) {
-        if (key == entry.key) {
-            field = entry.field;
-            return true;
-        }
-    }
-    return false;
-}
+// The key field of each attribute that has one; an attribute with a table
+// and no field writes nothing.
+IbsKeyField const keyFields[] = {
+    {"DRIVE", IBIS_KEY_DRIVE},          {"PULL", IBIS_KEY_PULL},
+    {"PULLMODE", IBIS_KEY_PULL},        {"SLEW", IBIS_KEY_SLEW},
+    {"SLEWRATE", IBIS_KEY_SLEW},        {"IMP", IBIS_KEY_IMPEDANCE},
+    {"MIPI", IBIS_KEY_TERMVCC},         {"TERMVCC", IBIS_KEY_TERMVCC},
+    {"TERMINATION", IBIS_KEY_TERMVCC},  {"TERMGND", IBIS_KEY_TERMGND},
+    {"TERMVTT", IBIS_KEY_TERMVTT},      {"VCMT", IBIS_KEY_VCMT},
+    {"MULTDRIVE", IBIS_KEY_VCMT},       {"DIFFRES", IBIS_KEY_DIFFRES},
+    {"DIFFRESISTOR", IBIS_KEY_DIFFRES}, {"DIFFCUR", IBIS_KEY_DIFFCUR},
+    {"DIFFDRIVE", IBIS_KEY_DIFFCUR},
+};
 
 // The voltage field of an IO type without a number in its name: a few
 // standards have a fixed supply on a family; every other pairing keeps the
@@ -162,7 +149,7 @@ void IBIS_MODEL::setDesignModels()
                 if (code == table.end())
                     continue;
                 IBIS_KEY_ATTR field;
-                if (!fieldOf(attr.key, field))
+                if (!ibsFieldOf(keyFields, attr.key, field))
                     continue;
                 if (field == IBIS_KEY_SLEW && attr.value == "FAST" &&
                     (ioType == "LVDS" || ioType == "PCI"))

@@ -38,6 +38,25 @@ void ibsUseModel(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& mode
 // Accepts the signal's key or reports it missing and empties it.
 void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf);
 
+// An attribute and the key field its code goes to.
+struct IbsKeyField {
+    char const* key;
+    IBIS_KEY_ATTR field;
+};
+
+// The field of key in fields; false for a key that has none.
+template <size_t N>
+bool ibsFieldOf(IbsKeyField const (&fields)[N], std::string const& key, IBIS_KEY_ATTR& field)
+{
+    for (IbsKeyField const& entry : fields) {
+        if (key == entry.key) {
+            field = entry.field;
+            return true;
+        }
+    }
+    return false;
+}
+
 // The decimal value of a run of digits, saturated at the largest int.
 int ibsDecimal(std::string const& digits);
 

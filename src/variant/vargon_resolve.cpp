@@ -71,26 +71,13 @@ int IBIS_MODEL_VARGON::getVoltage(std::string& ioType)
 
 namespace {
 
-// The key field of each attribute of this family.
-bool fieldOf(std::string const& key, IBIS_KEY_ATTR& field)
-{
-    static struct {
-        char const* key;
-        IBIS_KEY_ATTR field;
-    } const fields[] = {
-        {"DRIVE", IBIS_KEY_DRIVE},     {"PULL", IBIS_KEY_PULL},       {"SLEW", IBIS_KEY_SLEW},
-        {"IMP", IBIS_KEY_IMPEDANCE},   {"TERMVCC", IBIS_KEY_TERMVCC}, {"TERMGND", IBIS_KEY_TERMGND},
-        {"TERMVTT", IBIS_KEY_TERMVTT}, {"VCMT", IBIS_KEY_VCMT},       {"DIFFRES", IBIS_KEY_DIFFRES},
-        {"DIFFCUR", IBIS_KEY_DIFFCUR},
-    };
-    for (auto const& entry : fields) {
-        if (key == entry.key) {
-            field = entry.field;
-            return true;
-        }
-    }
-    return false;
-}
+// The key field of each attribute of this family: the short names only.
+IbsKeyField const keyFields[] = {
+    {"DRIVE", IBIS_KEY_DRIVE},     {"PULL", IBIS_KEY_PULL},       {"SLEW", IBIS_KEY_SLEW},
+    {"IMP", IBIS_KEY_IMPEDANCE},   {"TERMVCC", IBIS_KEY_TERMVCC}, {"TERMGND", IBIS_KEY_TERMGND},
+    {"TERMVTT", IBIS_KEY_TERMVTT}, {"VCMT", IBIS_KEY_VCMT},       {"DIFFRES", IBIS_KEY_DIFFRES},
+    {"DIFFCUR", IBIS_KEY_DIFFCUR},
+};
 
 } // namespace
 
@@ -154,7 +141,7 @@ void IBIS_MODEL_VARGON::setDesignModels()
                 if (code == table.end())
                     continue;
                 IBIS_KEY_ATTR field;
-                if (!fieldOf(attr.key, field))
+                if (!ibsFieldOf(keyFields, attr.key, field))
                     continue;
                 // A fast differential output is coded as the neutral slew.
                 if (field == IBIS_KEY_SLEW && attr.value == "FAST" &&

@@ -54,3 +54,28 @@ TEST(Program, LibraryFailuresKeepTheirExitCodes)
 }
 
 } // namespace
+
+namespace {
+
+TEST(Program, AdviceDumpSwitchOfTheHostChangesNothing)
+{
+    std::string const pad = ts::readFile(ts::sourcePath("examples/demo.pad"));
+    std::string const master = ts::sourcePath("examples/kva3_master.ibs");
+    std::string outputs[2];
+    std::string designs[2];
+    for (int i = 0; i < 2; ++i) {
+        ts::TempDir dir;
+        ts::writeFile(dir.file("demo.pad"), pad);
+        ts::RunResult r = ts::runProgram({"demo.pad", master}, dir.path(),
+                                         {{"TW_DUMP_ADVICE", i == 0 ? "<unset>" : "1"}});
+        EXPECT_EQ(r.exitCode, 0);
+        outputs[i] = r.out.substr(r.out.find("WARNING"));
+        outputs[i] = outputs[i].substr(0, outputs[i].find("Generating"));
+        designs[i] = ts::readFile(dir.file("IBIS/demo.ibs"));
+    }
+    EXPECT_EQ(outputs[0], outputs[1]);
+    EXPECT_EQ(designs[0], designs[1]);
+    EXPECT_NE(designs[0].find("[Model]"), std::string::npos);
+}
+
+} // namespace

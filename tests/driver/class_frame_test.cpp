@@ -130,21 +130,4 @@ TEST(ClassFrame, GetDirName)
     EXPECT_STREQ(g.get_dir_name(static_cast<CM_PAD_DIRECTION_TYPE>(7)), "BIDI");
 }
 
-TEST(ClassFrame, DatabaseLoadersAreEmptyExtensionPoints)
-{
-    IBS_GEN g;
-    EXPECT_EQ(g.get_pio_property(nullptr, "IO_TYPE"), nullptr);
-    g.loadPinInfo();
-    g.loadDiffPinInfo();
-    g.loadBankInfo();
-    g.loadSysConfigPinInfo();
-    g.loadPcsInfo();
-    g.getDphyInfo();
-    g.setPinInfo();
-    EXPECT_TRUE(g._iobufs.empty());
-    EXPECT_TRUE(g._amiIobufs.empty());
-    EXPECT_TRUE(g._bankVccio.empty());
-    EXPECT_TRUE(g._diffPinMap.empty());
-}
-
 } // namespace

@@ -94,29 +94,6 @@ TEST_F(Messages, AnyOtherFlowValuePrintsTheFallback)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST_F(Messages, ExitCodesOfTheTable)
-{
-    struct Row {
-        IbsMessage message;
-        char const* id;
-        int exitCode;
-    } const rows[] = {
-        {IBS_MSG_1003, "1003", 2}, {IBS_MSG_1004, "1004", 0}, {IBS_MSG_1005, "1005", 0},
-        {IBS_MSG_1010, "1010", 0}, {IBS_MSG_1011, "1011", 0}, {IBS_MSG_1012, "1012", 2},
-        {IBS_MSG_1013, "1013", 1}, {IBS_MSG_1014, "1014", 2}, {IBS_MSG_1015, "1015", 1},
-        {IBS_MSG_1016, "1016", 2}, {IBS_MSG_1017, "1017", 0}, {IBS_MSG_1019, "1019", 0},
-        {IBS_MSG_1022, "1022", 0}, {IBS_MSG_1023, "1023", 0}, {IBS_MSG_1024, "1024", 1},
-        {IBS_MSG_1025, "1025", 1}, {IBS_MSG_1026, "1026", 0}, {IBS_MSG_1027, "1027", 0},
-        {IBS_MSG_1028, "1028", 0}, {IBS_MSG_1029, "1029", 0}, {IBS_MSG_1030, "1030", 0},
-        {IBS_MSG_1031, "1031", 0}, {IBS_MSG_1033, "1033", 2}, {IBS_MSG_1034, "1034", 2},
-        {IBS_MSG_1035, "1035", 0}, {IBS_MSG_1036, "1036", 0},
-    };
-    for (Row const& row : rows) {
-        EXPECT_STREQ(ibsMessageId(row.message), row.id);
-        EXPECT_EQ(ibsMessageExitCode(row.message), row.exitCode) << row.id;
-    }
-}
-
 TEST_F(Messages, FatalReportThenExitInBothModes)
 {
     EXPECT_EXIT(
