@@ -79,3 +79,25 @@ TEST(Program, AdviceDumpSwitchOfTheHostChangesNothing)
 }
 
 } // namespace
+
+namespace {
+
+TEST(Program, DumpOfTheAlternateModelTreesAfterTheMasterIsRead)
+{
+    ts::TempDir dir;
+    ts::writeFile(dir.file("vargon_demo.pad"), ts::readFile(ts::sourcePath("examples/vargon_demo.pad")));
+    ts::RunResult r = ts::runProgram({"--vargon", "--dump-alt-models", "vargon_demo.pad",
+                                      ts::sourcePath("examples/kvan_master.ibs")},
+                                     dir.path());
+    EXPECT_EQ(r.exitCode, 0);
+    std::string::size_type output = r.out.find("\n--------------------\n\nOUTPUT MODEL LISTS\n");
+    std::string::size_type input = r.out.find("\n--------------------\n\nINPUT MODEL LISTS\n");
+    std::string::size_type bidir = r.out.find("\n--------------------\n\nBIDIR MODEL LISTS\n");
+    std::string::size_type report = r.out.find("WARNING: Ibis Model");
+    EXPECT_LT(output, input);
+    EXPECT_LT(input, bidir);
+    EXPECT_LT(bidir, report) << "the dump comes between reading the master and resolving";
+    EXPECT_NE(r.out.find("\nlvc330 \nIO_TYPE:lvc330 DRIVE:080 PULL:u "), std::string::npos);
+}
+
+} // namespace
