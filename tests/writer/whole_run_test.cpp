@@ -1,7 +1,6 @@
 // Whole runs of the pad2ibis program on small pad reports and master files:
-// the design IBIS file is compared byte for byte with the one expected, the
-// files beside it are checked, and every design file passes the structural
-// IBIS check.
+// each design IBIS file equals the expected one byte for byte and passes the
+// structural IBIS check, and the run prints and leaves what it should.
 
 #include <gtest/gtest.h>
 
@@ -12,202 +11,137 @@
 
 namespace {
 
-class WholeRun : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        cwd = wt::realPath(work.path());
-        lib = cwd + "/lib";
-        ASSERT_EQ(mkdir(lib.c_str(), 0777), 0);
-    }
+void expectSound(std::string const& text, std::string const& name, std::string const& master)
+{
+    std::vector<std::string> problems = ts::ibisStructureProblems(text, name, ts::linesKeepTo(ts::readFile(master)));
+    EXPECT_TRUE(problems.empty()) << name << ": " << testing::PrintToString(problems);
+}
 
-    // Copies a file of the test data into dir, under its own name or as.
-    void copyData(std::string const& name, std::string const& dir, std::string const& as = "")
-    {
-        ts::writeFile(dir + "/" + (as.empty() ? name : as), ts::readFile(wt::dataPath(name)));
-    }
-    // The master file with the companion chip beside it; the package model
-    // file too if asked.
-    std::string library(std::string const& master, bool withPackageFile)
-    {
-        copyData(master, lib);
-        copyData("k_btn.ibs", lib);
-        if (withPackageFile)
-            copyData("kx3_master_6bg256c_bg.pkg", lib);
-        return lib + "/" + master;
-    }
-    ts::RunResult run(std::string const& pad, std::string const& master, std::vector<std::string> options = {})
-    {
-        copyData(pad, cwd);
-        options.push_back(pad);
-        options.push_back(master);
-        return ts::runProgram(options, cwd);
-    }
-    // What the run printed behind the signal listing.
-    static std::string afterListing(std::string const& out)
-    {
-        std::string const rule = "-----------------------\n";
-        std::string::size_type at = out.rfind(rule);
-        return at == std::string::npos ? out : out.substr(at + rule.size());
-    }
-    // The design file of the run: equal to the expected file and sound.
-    void expectDesign(std::string const& produced, std::string const& expected, std::string const& master)
-    {
-        std::string path = cwd + "/IBIS/" + produced;
-        ASSERT_TRUE(ts::fileExists(path)) << path;
-        std::string text = ts::readFile(path);
-        EXPECT_EQ(text, ts::readFile(wt::dataPath(expected)));
-        std::vector<std::string> problems =
-            ts::ibisStructureProblems(text, produced, ts::linesKeepTo(ts::readFile(master)));
-        EXPECT_TRUE(problems.empty()) << testing::PrintToString(problems);
-    }
+// "$C" stands for the run's directory, "$M" for the master file.
+std::string filled(std::string text, std::string const& cwd, std::string const& master)
+{
+    for (auto at = text.find('$'); at != std::string::npos; at = text.find('$', at + 1))
+        text.replace(at, 2, text[at + 1] == 'C' ? cwd : master);
+    return text;
+}
 
-    std::string const created = "Created Design Models.\n";
-    std::string const done = "Design IBIS Models are generated for board level analysis.\n";
-    std::string const advice = "You can check the master ibis file at <Brinmark>/cae_library/ for models,\n"
-                               "if the model is not present in the master ibis file, please contact\n"
-                               "Corvane Technical Support to make a request for this model.\n";
+std::string const created = "Created Design Models.\n";
+std::string const advice = "You can check the master ibis file at <Brinmark>/cae_library/ for models,\n"
+                           "if the model is not present in the master ibis file, please contact\n"
+                           "Corvane Technical Support to make a request for this model.\n";
+std::string const packageFile = "\nGenerating package file:  \"$C/IBIS/kx3_master_6bg256c_bg.pkg\"\n\n";
+std::string generating(std::string const& name)
+{
+    return "\nGenerating: \"$C/IBIS/" + name + "\"\n\nDesign IBIS Models are generated for board level analysis.\n";
+}
+std::string btnFiles(std::string const& stem, std::vector<char const*> numbers)
+{
+    std::string text = numbers.size() == 1 ? "\nGenerating BTN IBIS file:\n" : "\nGenerating BTN IBIS files:\n";
+    for (char const* number : numbers)
+        text += "    $C/IBIS\\" + stem + "_btn" + number + ".ibs\n";
+    return text + "\n";
+}
+
+TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
+{
+    struct Case {
+        std::string pad, master;
+        std::vector<std::string> options;
+        std::string produced, expected; // expected "": structural check only
+        std::string out;                // what is printed behind the signal listing
+        std::vector<std::string> copies = {}, absent = {}; // in IBIS/; a package file there lies beside the master
+        std::string err = "";
+    } const cases[] = {
+        {"design.pad", "kx3_master.ibs", {}, "design.ibs", "design.ibs.expected",
+         "WARNING: Input model \"lvc330axxxuaaaaaaain\" for signal \"btn_n\" is not available.\n"
+         "Setting to \"lvc330axxxuaaaaaaaio\" Available IBIS model.\n"
+         "WARNING: Ibis Model \"lvc330f040naaaaaaaou\" for the signal \"dbg_out\" is not available.\n" +
+             created + generating("design.ibs") + packageFile + advice,
+         {"kx3_master_6bg256c_bg.pkg"}},
+        {"one_led_cabga400.pad", "kx3_master.ibs", {}, "one_led_cabga400.ibs", "one_led_cabga400.ibs.expected",
+         created + "WARNING: Package name \"CABGA400\" is not found in the master ibis file: $M\n" +
+             generating("one_led_cabga400.ibs")},
+        {"no_model.pad", "kx3_master.ibs", {}, "no_model.ibs", "no_model.ibs.expected",
+         "WARNING: Ibis Model \"lvc330f040naaaaaaaou\" for the signal \"dbg_out\" is not available.\n"
+         "WARNING: Ibis Model \"lvc330axxxnaaaaaaain\" for the signal \"wake\" is not available.\n" +
+             generating("no_model.ibs") + advice},
+        {"one_led.pad", "kx3_master.ibs", {"--dphy"}, "one_led.ibs", "one_led_dphy.ibs.expected",
+         created + generating("one_led.ibs")},
+        {"one_led.pad", "kx3_master.ibs", {"--brinmark"}, "one_led.ibs", "one_led_brinmark.ibs.expected",
+         created + generating("one_led.ibs")},
+        {"one_led.pad", "kx3_master.ibs", {"--btn", "2"}, "one_led_zu2.ibs", "one_led_zu2.ibs.expected",
+         created + generating("one_led_zu2.ibs") + btnFiles("one_led", {"0", "1"}) + packageFile,
+         {"one_led_btn0.ibs", "one_led_btn1.ibs", "kx3_master_6bg256c_bg.pkg"}, {"one_led.ibs", "one_led_btn2.ibs"}},
+        {"board21.pad", "zu2_master.ibs", {"--btn", "2"}, "board21_krdh21.ibs", "board21.ibs.expected",
+         created + generating("board21_krdh21.ibs") + btnFiles("board21", {"1", "2"}),
+         {"board21_btn1.ibs", "board21_btn2.ibs"}, {"board21.ibs", "board21_btn0.ibs"}},
+        {"board20.pad", "zu2_master.ibs", {"--btn", "2"}, "board20.ibs", "board20.ibs.expected",
+         created + generating("board20.ibs"), {}, {"board20_btn0.ibs", "board20_btn1.ibs"}},
+        // With a message flow the writer's messages are posted; the side
+        // files' texts are still printed.
+        {"one_led_cabga400.pad", "kx3_master.ibs", {"--msgflow", "--btn", "1"}, "one_led_cabga400_zu2.ibs", "",
+         btnFiles("one_led_cabga400", {"0"}) + packageFile,
+         {"one_led_cabga400_btn0.ibs", "kx3_master_6bg256c_bg.pkg"}, {},
+         "padmodel-1026\tCABGA400\t$M\npadmodel-1030\t$C/IBIS/one_led_cabga400_zu2.ibs\npadmodel-1031\n"},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.pad + " " + testing::PrintToString(c.options));
+        ts::TempDir work;
+        std::string const cwd = wt::realPath(work.path()), master = cwd + "/lib/" + c.master;
+        ASSERT_EQ(mkdir((cwd + "/lib").c_str(), 0777), 0);
+        std::vector<std::string> args = c.options, lib = {c.master, "k_btn.ibs"};
+        args.insert(args.end(), {c.pad, master});
+        for (std::string const& copy : c.copies)
+            if (copy.find(".pkg") != std::string::npos)
+                lib.push_back(copy);
+        for (std::string const& name : lib)
+            ts::writeFile(cwd + "/lib/" + name, ts::readFile(wt::dataPath(name)));
+        ts::writeFile(cwd + "/" + c.pad, ts::readFile(wt::dataPath(c.pad)));
+        ts::RunResult result = ts::runProgram(args, cwd);
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+
+        std::string const text = ts::readFile(cwd + "/IBIS/" + c.produced);
+        EXPECT_EQ(text, c.expected.empty() ? text : ts::readFile(wt::dataPath(c.expected)));
+        expectSound(text, c.produced, master);
+        std::string::size_type const listing = result.out.rfind("-----------------------\n");
+        EXPECT_EQ(result.out.substr(listing == std::string::npos ? 0 : listing + 24), filled(c.out, cwd, master));
+        EXPECT_NE(result.err.find(filled(c.err, cwd, master)), std::string::npos) << result.err;
+        for (std::string const& copy : c.copies)
+            EXPECT_EQ(ts::readFile(cwd + "/IBIS/" + copy),
+                      ts::readFile(wt::dataPath(copy.find("_btn") != std::string::npos ? "k_btn.ibs" : copy)));
+        for (std::string const& name : c.absent)
+            EXPECT_FALSE(ts::fileExists(cwd + "/IBIS/" + name)) << name;
+    }
+}
+
+TEST(WholeRun, DemoDesignFileIsSound)
+{
     ts::TempDir work;
-    std::string cwd;
-    std::string lib;
-};
-
-TEST_F(WholeRun, ModelsFallbacksMissingOnesAndDifferentialPairs)
-{
-    std::string master = library("kx3_master.ibs", true);
-    ts::RunResult result = run("design.pad", master);
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    expectDesign("design.ibs", "design.ibs.expected", master);
-    EXPECT_EQ(afterListing(result.out),
-              "WARNING: Input model \"lvc330axxxuaaaaaaain\" for signal \"btn_n\" is not available.\n"
-              "Setting to \"lvc330axxxuaaaaaaaio\" Available IBIS model.\n"
-              "WARNING: Ibis Model \"lvc330f040naaaaaaaou\" for the signal \"dbg_out\" is not available.\n" +
-                  created + "\nGenerating: \"" + cwd + "/IBIS/design.ibs\"\n\n" + done +
-                  "\nGenerating package file:  \"" + cwd + "/IBIS/kx3_master_6bg256c_bg.pkg\"\n\n" + advice);
-    EXPECT_EQ(ts::readFile(cwd + "/IBIS/kx3_master_6bg256c_bg.pkg"),
-              ts::readFile(wt::dataPath("kx3_master_6bg256c_bg.pkg")));
-}
-
-TEST_F(WholeRun, PackageTheMasterLacksGetsZerosAndAWarning)
-{
-    std::string master = library("kx3_master.ibs", false);
-    ts::RunResult result = run("one_led_cabga400.pad", master);
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    expectDesign("one_led_cabga400.ibs", "one_led_cabga400.ibs.expected", master);
-    EXPECT_EQ(afterListing(result.out),
-              created + "WARNING: Package name \"CABGA400\" is not found in the master ibis file: " + master +
-                  "\n\nGenerating: \"" + cwd + "/IBIS/one_led_cabga400.ibs\"\n\n" + done);
-}
-
-TEST_F(WholeRun, DesignWithoutAnyModel)
-{
-    std::string master = library("kx3_master.ibs", false);
-    ts::RunResult result = run("no_model.pad", master);
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    expectDesign("no_model.ibs", "no_model.ibs.expected", master);
-    EXPECT_EQ(afterListing(result.out),
-              "WARNING: Ibis Model \"lvc330f040naaaaaaaou\" for the signal \"dbg_out\" is not available.\n"
-              "WARNING: Ibis Model \"lvc330axxxnaaaaaaain\" for the signal \"wake\" is not available.\n"
-              "\nGenerating: \"" + cwd + "/IBIS/no_model.ibs\"\n\n" + done + advice);
-}
-
-TEST_F(WholeRun, DphyRowsAndTheirModels)
-{
-    std::string master = library("kx3_master.ibs", false);
-    ts::RunResult result = run("one_led.pad", master, {"--dphy"});
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    expectDesign("one_led.ibs", "one_led_dphy.ibs.expected", master);
-}
-
-TEST_F(WholeRun, BrinmarkPutsTheDeviceStatusOnTheDeviceLine)
-{
-    std::string master = library("kx3_master.ibs", false);
-    ts::RunResult result = run("one_led.pad", master, {"--brinmark"});
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    expectDesign("one_led.ibs", "one_led_brinmark.ibs.expected", master);
-}
-
-TEST_F(WholeRun, CompanionCopiesForAnOrdinaryDevice)
-{
-    std::string master = library("kx3_master.ibs", true);
-    ts::RunResult result = run("one_led.pad", master, {"--btn", "2"});
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    expectDesign("one_led_zu2.ibs", "one_led_zu2.ibs.expected", master);
-    EXPECT_FALSE(ts::fileExists(cwd + "/IBIS/one_led.ibs"));
-    std::string companion = ts::readFile(wt::dataPath("k_btn.ibs"));
-    EXPECT_EQ(ts::readFile(cwd + "/IBIS/one_led_btn0.ibs"), companion);
-    EXPECT_EQ(ts::readFile(cwd + "/IBIS/one_led_btn1.ibs"), companion);
-    EXPECT_FALSE(ts::fileExists(cwd + "/IBIS/one_led_btn2.ibs"));
-    EXPECT_EQ(afterListing(result.out),
-              created + "\nGenerating: \"" + cwd + "/IBIS/one_led_zu2.ibs\"\n\n" + done +
-                  "\nGenerating BTN IBIS files:\n"
-                  "    " + cwd + "/IBIS\\one_led_btn0.ibs\n"
-                  "    " + cwd + "/IBIS\\one_led_btn1.ibs\n"
-                  "\n"
-                  "\nGenerating package file:  \"" + cwd + "/IBIS/kx3_master_6bg256c_bg.pkg\"\n\n");
-}
-
-TEST_F(WholeRun, CompanionCopiesForKrdhTwentyOneCountFromOne)
-{
-    std::string master = library("zu2_master.ibs", false);
-    ts::RunResult result = run("board21.pad", master, {"--btn", "2"});
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    expectDesign("board21_krdh21.ibs", "board21.ibs.expected", master);
-    EXPECT_FALSE(ts::fileExists(cwd + "/IBIS/board21.ibs"));
-    EXPECT_FALSE(ts::fileExists(cwd + "/IBIS/board21_btn0.ibs"));
-    EXPECT_TRUE(ts::fileExists(cwd + "/IBIS/board21_btn1.ibs"));
-    EXPECT_TRUE(ts::fileExists(cwd + "/IBIS/board21_btn2.ibs"));
-    EXPECT_EQ(afterListing(result.out),
-              created + "\nGenerating: \"" + cwd + "/IBIS/board21_krdh21.ibs\"\n\n" + done +
-                  "\nGenerating BTN IBIS files:\n"
-                  "    " + cwd + "/IBIS\\board21_btn1.ibs\n"
-                  "    " + cwd + "/IBIS\\board21_btn2.ibs\n"
-                  "\n");
-}
-
-TEST_F(WholeRun, KrdhTwentyHasNeitherSuffixNorCompanions)
-{
-    std::string master = library("zu2_master.ibs", false);
-    ts::RunResult result = run("board20.pad", master, {"--btn", "2"});
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    expectDesign("board20.ibs", "board20.ibs.expected", master);
-    EXPECT_FALSE(ts::fileExists(cwd + "/IBIS/board20_btn0.ibs"));
-    EXPECT_FALSE(ts::fileExists(cwd + "/IBIS/board20_btn1.ibs"));
-    EXPECT_EQ(afterListing(result.out), created + "\nGenerating: \"" + cwd + "/IBIS/board20.ibs\"\n\n" + done);
-}
-
-TEST_F(WholeRun, MessageFlowPostsTheWritersMessagesAndPrintsTheSideFileTexts)
-{
-    std::string master = library("kx3_master.ibs", true);
-    ts::RunResult result = run("one_led_cabga400.pad", master, {"--msgflow", "--btn", "1"});
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    std::string text = ts::readFile(cwd + "/IBIS/one_led_cabga400_zu2.ibs");
-    std::string expected = ts::readFile(wt::dataPath("one_led_cabga400.ibs.expected"));
-    expected.replace(expected.find("one_led_cabga400.ibs"), 20, "one_led_cabga400_zu2.ibs");
-    EXPECT_EQ(text, expected);
-    EXPECT_EQ(afterListing(result.out), "\nGenerating BTN IBIS file:\n"
-                                        "    " + cwd + "/IBIS\\one_led_cabga400_btn0.ibs\n"
-                                        "\n"
-                                        "\nGenerating package file:  \"" + cwd + "/IBIS/kx3_master_6bg256c_bg.pkg\"\n\n");
-    EXPECT_NE(result.err.find("padmodel-1026\tCABGA400\t" + master + "\n"
-                              "padmodel-1030\t" + cwd + "/IBIS/one_led_cabga400_zu2.ibs\n"
-                              "padmodel-1031\n"),
-              std::string::npos)
-        << result.err;
-}
-
-TEST_F(WholeRun, DemoDesignFileIsSound)
-{
-    copyData("../../../examples/demo.pad", cwd, "demo.pad");
+    ts::writeFile(work.file("demo.pad"), ts::readFile(ts::sourcePath("examples/demo.pad")));
     std::string master = ts::sourcePath("examples/kva3_master.ibs");
-    ts::RunResult result = ts::runProgram({"demo.pad", master}, cwd);
+    ts::RunResult result = ts::runProgram({"demo.pad", master}, work.path());
     EXPECT_EQ(result.exitCode, 0) << result.err;
-    std::string text = ts::readFile(cwd + "/IBIS/demo.ibs");
-    std::vector<std::string> problems =
-        ts::ibisStructureProblems(text, "demo.ibs", ts::linesKeepTo(ts::readFile(master)));
-    EXPECT_TRUE(problems.empty()) << testing::PrintToString(problems);
-    EXPECT_NE(text.find("\n[Pin]"), std::string::npos);
+    std::string text = ts::readFile(work.file("IBIS/demo.ibs"));
+    expectSound(text, "demo.ibs", master);
     EXPECT_NE(text.find("\n[Model]"), std::string::npos);
+}
+
+TEST(IbisStructure, CheckerFlagsBrokenTexts)
+{
+    std::string const sound = "[IBIS Ver]      5.0\n[File Name]     board.ibs\n[Component]     KVANR3-40E\n"
+                              "[Pin]  signal_name  model_name\nC1            clk+                 lvd_in\n"
+                              "C2            clk-                 lvd_in\nN1            spare                NC\n"
+                              "[Diff pin]  inv_pin  vdiff\nC1          C2      0.2V\n"
+                              "[Model]  lvd_in\nModel_type Input\n| End [Model] lvd_in\n[End]\n";
+    EXPECT_TRUE(ts::ibisStructureProblems(sound, "board.ibs", true).empty());
+    EXPECT_EQ(ts::ibisStructureProblems(sound, "board_zu2.ibs", true).size(), 1u);
+    for (auto const& [from, to] : std::vector<std::pair<std::string, std::string>>{
+             {"[IBIS Ver]      5.0\n", ""}, {"[End]\n", ""}, {"NC\n", "lvc_out\n"}, {"C2      0.2V", "C20.2V"},
+             {"Model_type Input", "Model_type Input " + std::string(104, 'x')}}) {
+        std::string text = sound;
+        text.replace(text.find(from), from.size(), to);
+        EXPECT_EQ(ts::ibisStructureProblems(text, "board.ibs", true).size(), 1u) << to;
+    }
 }
 
 } // namespace

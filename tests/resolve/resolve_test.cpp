@@ -1,0 +1,309 @@
+// The design's models: the model key and the voltage of an IO type, the walk with each
+// family's rules, and what happens around the lookup of a composed key.
+
+#include <gtest/gtest.h>
+
+#include "driver/basibsgen.h"
+#include "host/msgmanager.h"
+#include "support/generator_probe.h"
+
+namespace {
+
+TEST(ModelKey, FieldsByPositionAndTheVoltageOfAnIoType)
+{
+    IB_IOBUF* iobuf = ts::makeIobuf("sig", "A1", "BIDI", "");
+    iobuf->model = ibs_new_model_string("lvc250axxxaaaaaaaaio");
+    // Codes go in from the field's start, whatever its width, past the key's end too.
+    for (auto const& [field, code, key] : std::vector<std::tuple<IBIS_KEY_ATTR, char const*, char const*>>{
+             {IBIS_KEY_DRIVE, "1", "lvc250a1xxaaaaaaaaio"}, {IBIS_KEY_VOLTAGE, "3300", "lvc33001xxaaaaaaaaio"},
+             {IBIS_KEY_PULL, "", "lvc33001xxaaaaaaaaio"}, {IBIS_KEY_DIFFCUR, "xyz", "lvc33001xxaaaaaaaxyz"},
+             {IBIS_KEY_DIRECTION, "iox", "lvc33001xxaaaaaaaxiox"}}) {
+        iobuf->setMode(field, code);
+        EXPECT_STREQ(iobuf->model, key) << code;
+    }
+    iobuf->model = ibs_new_model_string("lvc330s080uaaaaaaaod");
+    for (auto const& [field, length, text] : std::vector<std::tuple<IBIS_KEY_ATTR, int, std::string>>{
+             {IBIS_KEY_DIRECTION, 2, "od"}, {IBIS_KEY_VOLTAGE, 4, "330s"}, {IBIS_KEY_PULL, 1, "u"},
+             {IBIS_KEY_IO_TYPE, 0, ""}, {IBIS_KEY_IO_TYPE, -3, ""}}) {
+        std::string out = "stale";
+        iobuf->getMode(field, length, out);
+        EXPECT_EQ(out, text) << field << " " << length;
+    }
+    ts::ProbeModel model;
+    model._devIoMaps["IO_TYPE"] = {{"LVCMOS", "lvc"}, {"SSTL18_II", "s2"}};
+    // Digits leave names the table does not list whole; the 3 of I3C is no voltage.
+    std::tuple<std::string, int, std::string> const cases[] = {
+        {"LVCMOS33", 33, "LVCMOS"}, {"SSTL18_I", 18, "SSTL_I"}, {"SSTL18_II", 18, "SSTL18_II"},
+        {"HSTL15D_I2", 15, "HSTLD_I"}, {"2V5", 2, "V"}, {"LVDS", -1, "LVDS"}, {"", -1, ""},
+        {"LVCMOS1000000000", 1000000000, "LVCMOS"}, {"I3C", -1, "I3C"}, {"I3C12", 12, "I3C12"},
+        {"i3c18_X", 18, "i3c18_X"}, {"I3C_18", -1, "I3C_18"}, {"XI3C18", 3, "XIC"},
+    };
+    for (auto const& [type, number, left] : cases) {
+        std::string name = type;
+        EXPECT_EQ(model.getVoltage(name), number) << type;
+        EXPECT_EQ(name, left) << type;
+    }
+    EXPECT_TRUE(model.need_remove_vccio_field("lvcmos")) << "design values compare by case";
+    EXPECT_TRUE(ts::ProbeModel().need_remove_vccio_field("LVCMOS")) << "no table: every name";
+}
+
+// A generator for the walk: drive table and key template as construction leaves them.
+class Walk : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ts::resetGeneratorStatics();
+        model.storeDriveTable({{"NA", "xxx"}, {"8mA", "080"}, {"12mA", "120"}});
+        model.loadPullmodeIotypes();
+        model._devIoMaps["IO_TYPE"] = {{"LVCMOS", "lvc"}, {"LVDS", "lvd"}, {"PCI", "pci"}, {"HYPT", "hyp"}, {"TRLVDS", "trl"},
+                                       {"SLVS", "slv"}, {"SUBLVDS", "sub"}, {"MIPI", "mip"}, {"MIPI_LP", "mlp"}};
+        // FAST has a code of its own, told from the fast rule's "f" and "a".
+        model._devIoMaps["SLEW"] = {{"SLOW", "s"}, {"FAST", "r"}};
+        model._devIoMaps["PULL"] = {{"NONE", "n"}, {"UP", "u"}, {"DOWN", "d"}, {"BUSHOLD", "b"}, {"KEEPER", "k"}, {"CLAMP", "c"},
+                                    {"PCICLAMP", "p"}, {"UP_CLAMP", "q"}, {"UP_SCHMITT", "t"}, {"SCHMITTUP", "v"},
+                                    {"UPDOWN", "j"}, {"FAILSAFE_UP", "z"}};
+        model._devIoMaps["IMP"] = {{"50", "5"}, {"1.8", "h"}, {"3.3", "g"}};
+        model._bankVccio = {{"1", "1.8"}, {"2", "3.3"}, {"3", "2.5"}};
+    }
+    void TearDown() override { ts::resetGeneratorStatics(); }
+
+    void run(std::vector<IB_IOBUF*> all) { model._iobufs = all, out = ts::captureStdout([&] { model.setDesignModels(); }); }
+    // Attributes follow an LVCMOS33 IO type unless they name one or start with "~".
+    static IB_IOBUF* sig(std::string const& name, std::string const& type, std::string attrs, std::string const& bank = "")
+    {
+        if (attrs.find("IO_TYPE") == std::string::npos && attrs.find('~') != 0)
+            attrs = "IO_TYPE:LVCMOS33 " + attrs;
+        return ts::makeIobuf(name, "A1", type, attrs.substr(attrs.find('~') == 0), bank);
+    }
+    // The key composed for one signal, as the warning for its missing model names it.
+    std::string keyOf(std::string const& family, std::string const& type, std::string const& attrs, std::string const& bank = "")
+    {
+        model._family = family;
+        model._availableModels.clear();
+        run({signal = sig("sig", type, attrs, bank)});
+        printed += out;
+        std::string::size_type at = out.find("WARNING: Ibis Model \"");
+        return at == std::string::npos ? out : out.substr(at + 21, 20);
+    }
+    // Rows of direction, attributes, bank and key, for each of families.
+    void expectKeys(std::vector<std::string> const& families, std::vector<std::array<char const*, 4>> const& rows)
+    {
+        for (std::string const& family : families)
+            for (auto const& [type, attrs, bank, key] : rows)
+                EXPECT_EQ(keyOf(family, type, attrs, bank), key) << family << " " << type << " " << attrs << " " << bank;
+    }
+
+    ts::ProbeModel model;
+    IB_IOBUF* signal = nullptr;
+    std::string out, printed; // what the last run printed, and all runs of expectKeys
+};
+
+// Each family's own rules: rows of direction, attributes, bank and key. No
+// family but HZU2 and HZU3 takes an impedance from the bank.
+struct FamilyRules { char const* name; std::vector<std::string> families; std::vector<std::array<char const*, 4>> rows; };
+class Family : public Walk, public testing::WithParamInterface<FamilyRules> {};
+
+TEST_P(Family, Rules)
+{
+    expectKeys(GetParam().families, GetParam().rows);
+    EXPECT_EQ(printed.find("Unsupported"), std::string::npos) << printed;
+}
+
+INSTANTIATE_TEST_SUITE_P(Walk, Family, testing::Values(
+    // Outputs take the bidirectional model.
+    FamilyRules{"KvanKvzr", {"KVAN", "KVZR"}, {{"OUT", "SLEW:FAST DRIVE:8mA", "", "lvc330r080aaaaaaaaio"},
+        {"BIDI", "IMP:50", "", "lvc330axxxa5aaaaaaio"}, {"OUT", "OPENDRAIN:ON", "", "lvc330axxxaaaaaaaaod"}}},
+    FamilyRules{"Kva2Kvzr2", {"KVA2", "KVZR2"}, {{"OUT", "SLEW:FAST", "", "lvc330rxxxaaaaaaaaou"},
+        {"OUT", "IO_TYPE:LVDS25 SLEW:SLOW", "", "lvd250sxxxaaaaaaaaou"}}},
+    // Only the bare KEEPER becomes BUSHOLD.
+    FamilyRules{"Kva3", {"KVA3"}, {{"BIDI", "PULL:KEEPER", "", "lvc330axxxbaaaaaaaio"},
+        {"BIDI", "PULL:KEEPER CLAMP:ON", "", "lvc330axxxaaaaaaaaio"}, {"IN", "CLAMP:ON", "", "lvc330axxxcaaaaaaain"}}},
+    // A clamp on an input or bidirectional signal (as reported) is the PCI clamp.
+    FamilyRules{"Kva4", {"KVA4"}, {{"IN", "CLAMP:ON", "", "lvc330axxxpaaaaaaain"},
+        {"BIDI", "CLAMP:ON", "", "lvc330axxxpaaaaaaaio"}, {"BIDI", "OPENDRAIN:ON CLAMP:ON", "", "lvc330axxxpaaaaaaaod"},
+        {"OUT", "CLAMP:ON", "", "lvc330axxxcaaaaaaaou"}, {"OUT", "PULL:UP CLAMP:ON", "", "lvc330axxxqaaaaaaaou"},
+        {"BIDI", "PULL:KEEPER", "", "lvc330axxxkaaaaaaaio"}}},
+    FamilyRules{"Kva4yKva5y", {"KVA4Y", "KVA5Y"}, {{"BIDI", "PULL:UP", "", "lvc330axxxnaaaaaaaio"},
+        {"BIDI", "PULL:UP CLAMP:ON", "", "lvc330axxxcaaaaaaaio"}, {"IN", "PULL:DOWN PCICLAMP:ON", "", "lvc330axxxcaaaaaaain"}}},
+    FamilyRules{"Kj", {"KJ"}, {{"BIDI", "PULL:UP", "", "lvc330axxxnaaaaaaaio"},
+        {"BIDI", "CLAMP:ON PULL:UP", "", "lvc330axxxcaaaaaaaio"}}},
+    FamilyRules{"Hzu", {"HZU"}, {{"OUT", "DRIVE:8mA", "", "lvc330a080aaaaaaaaio"},
+        {"BIDI", "PULL:FAILSAFE_UP", "", "lvc330axxxzaaaaaaaio"}, {"BIDI", "IMP:50", "1", "lvc330axxxa5aaaaaaio"},
+        {"IN", "IMP:50", "9", "lvc330axxxa5aaaaaain"}}},
+    // The bank's supply gives "in" and "od" keys their impedance; "io" and "ou" keys carry "a".
+    FamilyRules{"Hzu2Hzu3", {"HZU2", "HZU3"}, {{"BIDI", "PULL:FAILSAFE_UP", "3", "lvc330axxxuaaaaaaaio"},
+        {"IN", "", "1", "lvc330axxxahaaaaaain"}, {"IN", "IMP:50", "2", "lvc330axxxagaaaaaain"},
+        {"BIDI", "OPENDRAIN:ON", "1", "lvc330axxxahaaaaaaod"}, {"BIDI", "IMP:50", "1", "lvc330axxxaaaaaaaaio"},
+        {"OUT", "IMP:50", "1", "lvc330axxxaaaaaaaaou"}, {"", "IMP:50", "1", "lvc330axxxaaaaaaaaio"},
+        {"IN", "IMP:50", "3", "lvc330axxxa5aaaaaain"}}},
+    FamilyRules{"AnyOther", {"KVTN", "KVA4X", ""}, {{"BIDI", "PULL:FAILSAFE_UP", "", "lvc330axxxzaaaaaaaio"},
+        {"BIDI", "PULL:KEEPER", "", "lvc330axxxkaaaaaaaio"}, {"IN", "CLAMP:ON", "", "lvc330axxxcaaaaaaain"},
+        {"BIDI", "IO_TYPE:HYPT IMP:50", "9", "hyp250axxxa5aaaaaaio"}}}),
+    [](testing::TestParamInfo<FamilyRules> const& info) { return std::string(info.param.name); });
+
+TEST_F(Walk, FastSlewOfLvdsAndPciByFamily)
+{
+    std::tuple<char const*, char const*, char const*, char> const cases[] = {
+        {"KVAN", "OUT", "PCI33", 'f'},   {"KVAN", "BIDI", "PCI33", 'a'},  {"KVAN", "IN", "PCI33", 'a'},
+        {"KVZR", "OUT", "PCI33", 'f'},   {"KVZR", "OUT", "LVDS25", 'a'},  {"KVA2", "BIDI", "LVDS25", 'f'},
+        {"KVA2", "IN", "PCI33", 'f'},    {"KVZR2", "OUT", "PCI33", 'f'},  {"KVA3", "BIDI", "LVDS25", 'f'},
+        {"KVA3", "OUT", "PCI33", 'f'},   {"HZU", "IN", "PCI33", 'f'},     {"HZU2", "OUT", "PCI33", 'f'},
+        {"HZU3", "BIDI", "LVDS25", 'f'}, {"KVA4", "OUT", "PCI33", 'r'},   {"KVA4", "OUT", "LVDS25", 'a'},
+        {"KVA4Y", "OUT", "PCI33", 'a'},  {"KVA5Y", "OUT", "LVDS25", 'a'}, {"KJ", "OUT", "LVDS25", 'a'},
+        {"KVTN", "BIDI", "LVDS25", 'a'}, {"", "OUT", "PCI33", 'a'},       {"KVA2", "OUT", "LVCMOS33", 'r'},
+    };
+    for (auto const& [family, type, io, slew] : cases)
+        EXPECT_EQ(keyOf(family, type, std::string("IO_TYPE:") + io + " SLEW:FAST")[6], slew) << family << type << io;
+    // The rule sees the IO type the walk has then: ahead of its attribute, or without a table, the reported one.
+    expectKeys({"KVA3"}, {{"BIDI", "SLEW:FAST IO_TYPE:LVDS25", "", "lvd250rxxxaaaaaaaaio"}});
+    expectKeys({"KVA2"}, {{"BIDI", "~SLEW:FAST DRIVE:8mA", "", "lvc250r080aaaaaaaaio"}});
+    model._devIoMaps.erase("IO_TYPE");
+    expectKeys({"KVA3"}, {{"BIDI", "IO_TYPE:LVCMOS33 DRIVE:8mA", "", "lvc250a080aaaaaaaaio"},
+                          {"BIDI", "IO_TYPE:LVDS SLEW:FAST", "", "lvc250fxxxaaaaaaaaio"},
+                          {"BIDI", "IO_TYPE:LVDS25 SLEW:FAST", "", "lvc250rxxxaaaaaaaaio"}});
+}
+
+TEST_F(Walk, VoltageFieldOfTheIoType)
+{
+    // Five-character codes show whether the voltage field was written at all.
+    model._devIoMaps["IO_TYPE"] = {{"LVCMOS", "lvcmx"}, {"SSTL18_II", "s2"}, {"MIPI_LP", "mlpzz"}, {"HYPT", "hypzz"},
+                                   {"SLVS", "slvzz"}, {"TRLVDS", "trlzz"}, {"SUBLVDS", "subzz"}, {"MIPI", "mipzz"}};
+    std::tuple<char const*, char const*, char const*> const cases[] = {
+        {"LVCMOS33", "KVA3", "lvc330"}, {"LVCMOS5", "KVA3", "lvc500"}, {"LVCMOS100", "KVA3", "lvc1000"},
+        {"LVCMOS", "KVA3", "lvcmx0"}, {"SSTL18_II", "KVA3", "s2c180"}, {"I3C", "KVA3", "lvc250"}, {"XYZ", "KJ", "lvc250"},
+        // The fixed supplies of types without a number go by the exact name.
+        {"slvs", "KJ", "lvc250"}, {"MIPI_LP", "HZU2", "mlp120"}, {"MIPI_LP", "HZU3", "mlpzz0"}, {"MIPI_LP", "HZU", "mlpzz0"},
+        {"HYPT", "KVA3", "hyp120"}, {"HYPT", "KVA4", "hypzz0"}, {"SLVS", "KVA4Y", "slv120"}, {"SLVS", "KVA5Y", "slv120"},
+        {"SLVS", "KJ", "slv120"}, {"SLVS", "KVA4", "slvzz0"}, {"TRLVDS", "KVA4", "trl330"}, {"TRLVDS", "KVA4Y", "trlzz0"},
+        {"SUBLVDS", "KJ", "sub250"}, {"SUBLVDS", "KVA5Y", "subzz0"}, {"MIPI", "KVA4Y", "mip150"}, {"MIPI", "KVA5Y", "mip150"},
+        {"MIPI", "KJ", "mip120"}, {"MIPI", "HZU2", "mipzz0"}, {"MIPI", "KVA3", "mipzz0"},
+    };
+    for (auto const& [type, family, head] : cases)
+        EXPECT_EQ(keyOf(family, "BIDI", std::string("IO_TYPE:") + type).find(head), 0u) << type << " on " << family;
+}
+
+TEST_F(Walk, EachAttributeWritesItsField)
+{
+    for (auto const& [key, code] : std::vector<std::pair<std::string, std::string>>{
+             {"MIPI", "M"}, {"TERMVCC", "V"}, {"TERMINATION", "T"}, {"TERMGND", "G"}, {"TERMVTT", "W"}, {"VCMT", "C"},
+             {"MULTDRIVE", "U"}, {"VREF", "zzzzzzzzzzzzzzzzzzzz"}})
+        model._devIoMaps[key]["ON"] = code;
+    model._devIoMaps["VCMT"].insert({{"DDR-2", "m"}, {"DDR_II", "w"}});
+    model._devIoMaps["DIFFRES"] = {{"100", "R"}}, model._devIoMaps["DIFFRESISTOR"] = {{"100", "S"}};
+    model._devIoMaps["DIFFCUR"] = {{"3.5", "I"}}, model._devIoMaps["DIFFDRIVE"] = {{"3.5", "D"}};
+    model._devIoMaps["DRIVE"]["9mA"] = "0909";
+    expectKeys({"KVA3"}, {
+        {"BIDI", "IMP:50 MIPI:ON TERMGND:ON TERMVTT:ON VCMT:ON DIFFRES:100 DIFFCUR:3.5 VREF:ON", "", "lvc330axxxa5MGWCRIio"},
+        {"BIDI", "TERMVCC:ON MULTDRIVE:ON DIFFRESISTOR:100 DIFFDRIVE:3.5", "", "lvc330axxxaaVaaUSDio"},
+        // Attributes of one field: the later wins. VCMT's "DDR_II" is looked up as "DDR-2".
+        {"BIDI", "TERMVCC:ON TERMINATION:ON DIFFCUR:3.5 DIFFDRIVE:3.5", "", "lvc330axxxaaTaaaaDio"},
+        {"BIDI", "TERMINATION:ON MIPI:ON MULTDRIVE:ON VCMT:ON", "", "lvc330axxxaaMaaCaaio"},
+        {"BIDI", "VCMT:DDR_II", "", "lvc330axxxaaaaamaaio"},
+        // Values without a row, attributes without a table, other case: the default stays.
+        {"BIDI", "IMP:75 SLEW:fast DRIVE:8MA FOO:BAR TERMGND:on", "", "lvc330axxxaaaaaaaaio"},
+        // A four-character drive code reaches the pull position; the pull code comes last.
+        {"BIDI", "PULL:UP DRIVE:9mA", "", "lvc330a090uaaaaaaaio"}, {"BIDI", "DRIVE:9mA", "", "lvc330a0909aaaaaaaio"},
+        // Pull, clamp and Schmitt settings join into one pull value, in report order.
+        {"BIDI", "PULL:UP PULLMODE:DOWN", "", "lvc330axxxjaaaaaaaio"}, {"BIDI", "PULL:UP CLAMP:ON", "", "lvc330axxxqaaaaaaaio"},
+        {"BIDI", "PULL:UP SCHMITT_TRIGGER:ON", "", "lvc330axxxtaaaaaaaio"}, {"BIDI", "PCICLAMP:ON", "", "lvc330axxxpaaaaaaaio"},
+        {"BIDI", "SCHMITT_TRIGGER:ON PULL:UP", "", "lvc330axxxvaaaaaaaio"}, {"BIDI", "PULL:NONE CLAMP:ON", "", "lvc330axxxcaaaaaaaio"},
+        {"BIDI", "CLAMP:OFF PCICLAMP:OFF SCHMITT_TRIGGER:OFF", "", "lvc330axxxaaaaaaaaio"}});
+    // The database flow uses SLEWRATE and PULLMODE.
+    IBIS_MODEL::_is_ncd_flow = true;
+    expectKeys({"KVA3"}, {{"BIDI", "PULL:UP", "", "lvc330axxxaaaaaaaaio"}});
+    model._devIoMaps["PULLMODE"] = {{"UP", "u"}}, model._devIoMaps["SLEWRATE"] = {{"FAST", "r"}};
+    expectKeys({"KVA3"}, {{"BIDI", "PULL:UP SLEWRATE:FAST", "", "lvc330rxxxuaaaaaaaio"},
+                          {"BIDI", "IO_TYPE:LVDS25 SLEWRATE:FAST", "", "lvd250fxxxaaaaaaaaio"}});
+}
+
+TEST_F(Walk, DirectionOfTheSignal)
+{
+    expectKeys({"KVA3"}, {{"IN", "~", "", "lvc250axxxaaaaaaaain"}, {"OUT", "~", "", "lvc250axxxaaaaaaaaou"},
+                          {"BIDI", "", "", "lvc330axxxaaaaaaaaio"}, {"", "", "", "lvc330axxxaaaaaaaaio"},
+                          {"BIDI", "OPENDRAIN:OFF", "", "lvc330axxxaaaaaaaaio"}, {"BIDI", "OPENDRAIN:on", "", "lvc330axxxaaaaaaaaio"}});
+    EXPECT_STREQ(signal->type, "BIDI");
+    for (std::string value : {"OPENDRAIN:ON", "OPENDRAIN:PLUS"}) {
+        expectKeys({"KVA3"}, {{"BIDI", value.c_str(), "", "lvc330axxxaaaaaaaaod"}, {"OUT", value.c_str(), "", "lvc330axxxaaaaaaaaod"},
+                              // An input keeps "in", while its record says open drain from now on.
+                              {"IN", value.c_str(), "", "lvc330axxxaaaaaaaain"}});
+        EXPECT_STREQ(signal->type, "OD") << value;
+        EXPECT_EQ(signal->configs.size(), 2u) << "the record's own attributes stay as they are";
+    }
+    // Each signal starts from the key template.
+    run({sig("first", "BIDI", "IO_TYPE:LVDS25 SLEW:FAST PULL:UP DRIVE:8mA OPENDRAIN:ON"), sig("second", "BIDI", "")});
+    EXPECT_EQ(out, "WARNING: Ibis Model \"lvd250f080uaaaaaaaod\" for the signal \"first\" is not available.\n"
+                   "WARNING: Ibis Model \"lvc330axxxaaaaaaaaio\" for the signal \"second\" is not available.\n");
+}
+
+std::string const inKey = "lvc330axxxaaaaaaaain", ioKey = "lvc330axxxaaaaaaaaio", ouKey = "lvc330axxxaaaaaaaaou";
+std::string const created = "Created Design Models.\n";
+std::string missing(std::string const& key, std::string const& name)
+{ return "WARNING: Ibis Model \"" + key + "\" for the signal \"" + name + "\" is not available.\n"; }
+
+TEST_F(Walk, InputWithoutItsModelFallsBackOnTheBidirectionalOne)
+{
+    auto fallback = [](std::string in, std::string io) {
+        return "WARNING: Input model \"" + in + "\" for signal \"rx\" is not available.\nSetting to \"" + io + "\" Available IBIS model.\n";
+    };
+    std::string const inBank = "lvc330axxxahaaaaaain", ioBank = "lvc330axxxahaaaaaaio";
+    std::tuple<char const*, std::set<std::string>, std::string, std::string> const cases[] = {
+        {"KVA3", {inKey, ioKey}, created, inKey}, {"KVA3", {ioKey}, fallback(inKey, ioKey) + created, ioKey},
+        {"KVA3", {ouKey, "lvc330axxxaaaaaaaaod"}, missing(inKey, "rx"), ""},
+        // The fallback is tested with the bank's impedance; the reset of "io" keys makes the key accepted.
+        {"HZU2", {ioBank}, fallback(inBank, ioBank) + missing(ioKey, "rx"), ""},
+        {"HZU2", {ioBank, ioKey}, fallback(inBank, ioBank) + created, ioKey}, {"HZU2", {inBank}, created, inBank},
+    };
+    for (auto const& [family, available, text, accepted] : cases) {
+        model._family = family;
+        model._availableModels = available;
+        model._designModels.clear();
+        model._missingModelCount = 0;
+        run({sig("rx", "IN", "", "1")});
+        EXPECT_EQ(out, text) << family << " " << testing::PrintToString(available);
+        EXPECT_STREQ(model._iobufs[0]->model, accepted.c_str());
+        EXPECT_EQ(model._designModels, accepted.empty() ? std::set<std::string>{} : std::set<std::string>{accepted});
+        EXPECT_EQ(model._missingModelCount, accepted.empty() ? 1 : 0);
+    }
+}
+
+TEST_F(Walk, AcceptanceBookkeeping)
+{
+    model._family = "KVA3";
+    model._availableModels = {ioKey, inKey};
+    model._modelPinMap = {{ioKey, "L1"}};
+    std::vector<IB_IOBUF*> s = {sig("a", "BIDI", ""), sig("b", "BIDI", ""), sig("c", "IN", ""), sig("d", "OUT", ""),
+                                sig("e", "OUT", ""), sig("f", "BIDI", "OPENDRAIN:ON")};
+    run(s);
+    // Only inputs fall back; a warning per signal, even of one key; the closing message once, last.
+    EXPECT_EQ(out, missing(ouKey, "d") + missing(ouKey, "e") + missing("lvc330axxxaaaaaaaaod", "f") + created);
+    EXPECT_EQ(model._missingModelCount, 3);
+    EXPECT_EQ(model._designModels, (std::set<std::string>{inKey, ioKey}));
+    EXPECT_STREQ(s[0]->model, ioKey.c_str());
+    EXPECT_STREQ(s[2]->model, inKey.c_str());
+    EXPECT_STREQ(s[3]->model, "");
+    ASSERT_TRUE(s[0]->masterPin && s[1]->masterPin);
+    EXPECT_STREQ(s[0]->masterPin, "L1");
+    EXPECT_NE(s[0]->masterPin, s[1]->masterPin) << "each signal holds its own copy";
+    EXPECT_EQ(s[2]->masterPin, nullptr) << "a model without a master pin leaves it unset";
+    EXPECT_EQ(s[3]->masterPin, nullptr);
+    // An unknown bank is reported, and the signal keeps its own impedance. No model used: no closing message.
+    model._designModels.clear();
+    model._family = "HZU3";
+    model._availableModels = {"lvc330axxxa5aaaaaain"};
+    run({sig("x", "BIDI", ""), sig("i", "IN", "IMP:50", "7")});
+    EXPECT_EQ(out, "Unsupported Bank_vccio found .\n" + missing(ioKey, "x") + "Unsupported Bank_vccio found 7.\n" + created);
+    model._designModels.clear();
+    run({sig("x", "BIDI", "", "1")});
+    EXPECT_EQ(out, missing(ioKey, "x"));
+    // With a message flow they are posted.
+    UT_MSGMAN::m_msgFlow = 1;
+    model._family = "HZU2";
+    model._availableModels = {ioKey};
+    testing::internal::CaptureStderr();
+    run({sig("rx", "IN", "", "3"), sig("tx", "OUT", "", "3"), sig("io", "BIDI", "", "7")});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "padmodel-1028\t" + inKey + "\trx\npadmodel-1029\t" + ioKey +
+                                                          "\npadmodel-1010\t" + ouKey + "\ttx\npadmodel-1027\t7\npadmodel-1017\n");
+    EXPECT_EQ(out, "");
+}
+
+} // namespace
