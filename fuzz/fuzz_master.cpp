@@ -101,7 +101,7 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size)
     fuzz::guarded([&] {
         std::string reported;
         IBIS_MODEL::getDevName(pad, reported);
-        std::unique_ptr<IBIS_MODEL> model;
+        fuzz::ModelPtr model;
         if (variant)
             model.reset(new IBIS_MODEL_VARGON(family, pad.c_str(), master.c_str()));
         else

@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size)
     });
     char const* family = families[size % (sizeof families / sizeof families[0])];
     fuzz::guarded([&] {
-        std::unique_ptr<IBIS_MODEL> model(new IBIS_MODEL(family, pad.c_str(), "master.ibs"));
+        fuzz::ModelPtr model(new IBIS_MODEL(family, pad.c_str(), "master.ibs"));
         model->printIobufMap();
     });
     return 0;

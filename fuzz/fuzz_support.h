@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <ftw.h>
@@ -78,6 +79,29 @@ inline void resetStatics()
     IBIS_MODEL::_is_AMI_model = false;
     IBIS_MODEL::_mipi_dphy_ip_used = false;
 }
+
+// The signal records outlive a generator by design, as a run is one
+// process; a fuzzing process runs many, so it frees them itself.
+inline void freeSignals(IBIS_MODEL& model)
+{
+    for (IB_IOBUF* iobuf : model._iobufs) {
+        for (char* text : {iobuf->name, iobuf->site, iobuf->model, iobuf->type, iobuf->masterPin, iobuf->bank})
+            delete[] text;
+        for (IB_IOBUF_CONFIG* config : iobuf->configs)
+            delete config;
+        delete iobuf;
+    }
+    model._iobufs.clear();
+}
+
+struct ModelDeleter {
+    void operator()(IBIS_MODEL* model) const
+    {
+        freeSignals(*model);
+        delete model;
+    }
+};
+typedef std::unique_ptr<IBIS_MODEL, ModelDeleter> ModelPtr;
 
 // Runs one input. A fatal report is an expected outcome, as are the two
 // out-of-range failures that the writers keep on purpose: a blank-only line
