@@ -1,3 +1,5 @@
+// The SerDes channels file: channels with their parameters in file order, errors by line.
+
 #include <gtest/gtest.h>
 
 #include "app/channels.h"
@@ -5,66 +7,45 @@
 
 namespace {
 
-struct Read {
-    bool ok;
-    std::vector<IB_AMI_CHANNEL*> channels;
-    std::string error;
-};
+using S = std::string;
 
-Read read(ts::TempDir const& dir, std::string const& text)
+// Each channel as "BLOCK CHANNEL RX TX KEY=VALUE ...", or the error behind the file's directory.
+std::vector<S> read(ts::TempDir const& dir, S const& text)
 {
-    std::string path = dir.file("ch.txt");
-    ts::writeFile(path, text);
-    Read r;
-    r.ok = readChannelsFile(path, r.channels, r.error);
-    if (!r.ok)
-        r.error = r.error.substr(r.error.rfind('/') + 1);
-    return r;
+    ts::writeFile(dir.file("ch.txt"), text);
+    std::vector<IB_AMI_CHANNEL*> channels;
+    S error;
+    if (!readChannelsFile(dir.file("ch.txt"), channels, error))
+        return {error.substr(error.rfind('/') + 1)};
+    std::vector<S> out;
+    for (IB_AMI_CHANNEL* c : channels) {
+        out.push_back(c->blockId + " " + c->channelId + " " + c->rxEnable + " " + c->txEnable);
+        for (IB_IOBUF_CONFIG* p : c->configs)
+            out.back() += " " + p->key + "=" + p->value;
+    }
+    return out;
 }
 
-TEST(ChannelsFile, ChannelsWithTheirParametersInFileOrder)
+TEST(ChannelsFile, ChannelsWithTheirParametersAndErrorsWithLineNumbers)
 {
     ts::TempDir dir;
-    Read r = read(dir, "# SerDes channels of the design\n"
-                       "\n"
-                       "channel DCU0 CH0 ON ON\n"
-                       "  Tx_Amp   0d12\n"
-                       "\tRx_Eq\t0b0101  \n"
-                       "   # a comment that is indented\n"
-                       "channel DCU1 CH3 ON OFF\n"
-                       "channel DCU1 CH2 OFF ON\r\n"
-                       "Tx_Amp DONTCARE\n");
-    ASSERT_TRUE(r.ok) << r.error;
-    ASSERT_EQ(r.channels.size(), 3u);
-    IB_AMI_CHANNEL* first = r.channels[0];
-    EXPECT_EQ(first->blockId, "DCU0");
-    EXPECT_EQ(first->channelId, "CH0");
-    EXPECT_EQ(first->rxEnable, "ON");
-    EXPECT_EQ(first->txEnable, "ON");
-    ASSERT_EQ(first->configs.size(), 2u);
-    EXPECT_EQ(first->configs[0]->key, "Tx_Amp");
-    EXPECT_EQ(first->configs[0]->value, "0d12");
-    EXPECT_EQ(first->configs[1]->key, "Rx_Eq");
-    EXPECT_EQ(first->configs[1]->value, "0b0101");
-    EXPECT_TRUE(r.channels[1]->configs.empty());
-    EXPECT_EQ(r.channels[2]->txEnable, "ON");
-    EXPECT_EQ(r.channels[2]->configs.size(), 1u);
-}
+    EXPECT_EQ(read(dir, "# SerDes channels of the design\n\nchannel DCU0 CH0 ON ON\n  Tx_Amp   0d12\n"
+                        "\tRx_Eq\t0b0101  \n   # a comment that is indented\nchannel DCU1 CH3 ON OFF\n"
+                        "channel DCU1 CH2 OFF ON\r\nTx_Amp DONTCARE\n"),
+              (std::vector<S>{"DCU0 CH0 ON ON Tx_Amp=0d12 Rx_Eq=0b0101", "DCU1 CH3 ON OFF",
+                              "DCU1 CH2 OFF ON Tx_Amp=DONTCARE"}));
+    EXPECT_EQ(read(dir, ""), std::vector<S>{});
 
-TEST(ChannelsFile, ErrorsNameFileAndLine)
-{
-    ts::TempDir dir;
-    EXPECT_EQ(read(dir, "# c\nTx_Amp 0d1\n").error, "ch.txt:2: parameter 'Tx_Amp' before any channel");
-    EXPECT_EQ(read(dir, "channel A B ON\n").error,
-              "ch.txt:1: expected 'channel BLOCK_ID CHANNEL_ID RX_ENABLE TX_ENABLE', found 4 tokens");
-    EXPECT_EQ(read(dir, "channel A B ON ON\n\nTx_Amp\n").error,
-              "ch.txt:3: expected 'KEY VALUE', found 1 tokens");
-    EXPECT_EQ(read(dir, "channel A B ON ON\nTx_Amp 1 2\n").error,
-              "ch.txt:2: expected 'KEY VALUE', found 3 tokens");
-    EXPECT_TRUE(read(dir, "").ok);
+    std::pair<char const*, char const*> const errors[] = {
+        {"# c\nTx_Amp 0d1\n", "ch.txt:2: parameter 'Tx_Amp' before any channel"},
+        {"channel A B ON\n", "ch.txt:1: expected 'channel BLOCK_ID CHANNEL_ID RX_ENABLE TX_ENABLE', found 4 tokens"},
+        {"channel A B ON ON\n\nTx_Amp\n", "ch.txt:3: expected 'KEY VALUE', found 1 tokens"},
+        {"channel A B ON ON\nTx_Amp 1 2\n", "ch.txt:2: expected 'KEY VALUE', found 3 tokens"}};
+    for (auto const& c : errors)
+        EXPECT_EQ(read(dir, c.first), std::vector<S>{c.second}) << c.first;
 
     std::vector<IB_AMI_CHANNEL*> channels;
-    std::string error;
+    S error;
     EXPECT_FALSE(readChannelsFile(dir.file("absent.txt"), channels, error));
     EXPECT_EQ(error, dir.file("absent.txt") + ":0: cannot open the channels file");
     EXPECT_TRUE(channels.empty());

@@ -1,5 +1,4 @@
-// Files cut short or edited by hand: every run ends, with the report that
-// what was read calls for.
+// Files cut short or edited by hand: every run ends, with the report that what was read calls for.
 
 #include <gtest/gtest.h>
 
@@ -7,138 +6,76 @@
 
 namespace {
 
-class MalformedInput : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        pad = ts::readFile(ts::sourcePath("examples/demo.pad"));
-        master = ts::readFile(ts::sourcePath("examples/kva3_master.ibs"));
-    }
+using S = std::string;
 
-    // Runs the demo design, with the texts given, in a fresh directory.
-    ts::RunResult run(std::string const& padText, std::string const& masterText)
-    {
-        ts::writeFile(dir.file("demo.pad"), padText);
-        ts::writeFile(dir.file("master.ibs"), masterText);
-        ts::RunResult result = ts::runProgram({"demo.pad", "master.ibs"}, dir.path());
-        EXPECT_NE(result.exitCode, ts::kRunHung) << "the run did not end";
-        return result;
-    }
-    std::string design() { return ts::readFile(dir.file("IBIS/demo.ibs")); }
-
+TEST(MalformedInput, EveryRunEndsWithTheReportWhatWasReadCallsFor)
+{
     // The text up to and with the first line that holds what.
-    static std::string upToLineWith(std::string const& text, std::string const& what)
-    {
-        std::string::size_type at = text.find(what);
-        return text.substr(0, text.find('\n', at) + 1);
-    }
-    static bool endsWith(std::string const& text, std::string const& tail)
-    {
-        return text.size() >= tail.size() && text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
-    }
-
-    ts::TempDir dir;
-    std::string pad;
-    std::string master;
-    std::string const tooLong = std::string(300, '#') + "\n";
-};
-
-TEST_F(MalformedInput, NamingTableWithoutItsClosingLine)
-{
-    ts::RunResult r = run(pad, upToLineWith(master, "UP_CLAMP"));
-    EXPECT_EQ(r.exitCode, 2);
-    EXPECT_TRUE(endsWith(r.out, "Failed to load IBIS models.\n"));
-}
-
-TEST_F(MalformedInput, OverLongMasterLineBeforeTheTablesAreComplete)
-{
-    std::string::size_type tables = master.find("STANDARD (IO_TYPE)");
-    ts::RunResult r = run(pad, master.substr(0, tables) + tooLong + master.substr(tables));
-    EXPECT_EQ(r.exitCode, 2);
-    EXPECT_TRUE(endsWith(r.out, "Failed to load IBIS models.\n"));
-}
-
-TEST_F(MalformedInput, PinListWithoutItsEnd)
-{
-    // The models listed are there; their blocks are not, so each gets only
-    // its closing comment.
-    ts::RunResult r = run(pad, upToLineWith(master, "IO_A12"));
-    EXPECT_EQ(r.exitCode, 0);
-    std::string text = design();
-    EXPECT_TRUE(endsWith(text, "| End [Component]\n[End]\n"));
-    EXPECT_NE(text.find("| End [Model] ttl330s160uaaaaaaaou\n"), std::string::npos);
-    EXPECT_EQ(text.find("[Model]        "), std::string::npos);
-}
-
-TEST_F(MalformedInput, PackageBlockWithoutItsClosingLine)
-{
-    // Pin list and models ahead of the package keyword, which comes last
-    // and whose block runs to the end of the file.
-    std::string::size_type package = master.find("[Package]");
-    std::string::size_type pins = master.find("[Pin]");
-    std::string::size_type end = master.find("[End]");
-    std::string reordered = master.substr(0, package) + master.substr(pins, end - pins) +
-                            "[Package]\n|CABGA256\nR_pkg  0.2  0.1  0.3\nL_pkg  3nH  2nH  4nH\n";
-    ts::RunResult r = run(pad, reordered);
-    EXPECT_EQ(r.exitCode, 0);
-    std::string text = design();
-    EXPECT_NE(text.find("[Package]\n|CABGA256\nR_pkg  0.2  0.1  0.3\nL_pkg  3nH  2nH  4nH\n"),
-              std::string::npos);
-    EXPECT_TRUE(endsWith(text, "| End [Component]\n[End]\n"));
-}
-
-TEST_F(MalformedInput, LastModelBlockWithoutItsClosingLine)
-{
-    std::string cut = master.substr(0, master.rfind("| End [Model] ttl330s160uaaaaaaaou"));
-    ts::RunResult r = run(pad, cut);
-    EXPECT_EQ(r.exitCode, 0);
-    std::string text = design();
-    std::string::size_type block = text.find("[Model]        ttl330s160uaaaaaaaou");
-    ASSERT_NE(block, std::string::npos);
-    EXPECT_NE(text.find("dV/dt_f", block), std::string::npos) << "copied to the end of the file";
-    EXPECT_TRUE(endsWith(text, "|\n| End [Model] ttl330s160uaaaaaaaou\n" + std::string("|") +
-                                   std::string(72, '*') + "\n| End [Component]\n[End]\n"));
-}
-
-TEST_F(MalformedInput, OverLongLineInsideAModelBlockEndsItsCopy)
-{
-    std::string::size_type at = master.find("[Model]        lvc330s040uaaaaaaaou");
-    std::string::size_type line = master.find('\n', master.find("C_comp", at)) + 1;
-    ts::RunResult r = run(pad, master.substr(0, line) + tooLong + master.substr(line));
-    EXPECT_EQ(r.exitCode, 0);
-    std::string text = design();
-    std::string::size_type block = text.find("[Model]        lvc330s040uaaaaaaaou");
-    std::string::size_type end = text.find("| End [Model] lvc330s040uaaaaaaaou");
-    ASSERT_NE(block, std::string::npos);
-    ASSERT_NE(end, std::string::npos);
-    std::string copied = text.substr(block, end - block);
-    EXPECT_NE(copied.find("C_comp"), std::string::npos);
-    EXPECT_EQ(copied.find("[Pulldown]"), std::string::npos) << "nothing behind the long line";
-    EXPECT_TRUE(endsWith(text, "| End [Component]\n[End]\n"));
-}
-
-TEST_F(MalformedInput, UnclosedBankTableAtTheEndOfTheReport)
-{
-    ts::RunResult r = run(upToLineWith(pad, "| 3    | 1.8V  |"), master);
-    EXPECT_EQ(r.exitCode, 0);
-    EXPECT_NE(design().find("led[0]"), std::string::npos) << "the signals stay";
-}
-
-TEST_F(MalformedInput, OverLongPadLineAheadOfThePinTable)
-{
-    std::string::size_type table = pad.find("Pinout by Port Name:");
-    ts::RunResult r = run(pad.substr(0, table) + tooLong + pad.substr(table), master);
-    EXPECT_EQ(r.exitCode, 2);
-    EXPECT_TRUE(endsWith(r.out, "Failed to load Iobuf information from the pad file demo.pad.\n"));
-}
-
-TEST_F(MalformedInput, BinaryJunkIsNoPadReport)
-{
-    std::string junk;
+    auto upToLine = [](S const& text, S const& what) { return text.substr(0, text.find('\n', text.find(what)) + 1); };
+    auto endsWith = [](S const& text, S const& tail) {
+        return text.size() >= tail.size() && text.rfind(tail) == text.size() - tail.size();
+    };
+    S const pad = ts::readFile(ts::sourcePath("examples/demo.pad"));
+    S const master = ts::readFile(ts::sourcePath("examples/kva3_master.ibs"));
+    S const tooLong = S(300, '#') + "\n", end = "| End [Component]\n[End]\n";
+    S::size_type const tables = master.find("STANDARD (IO_TYPE)"), package = master.find("[Package]"),
+                       pins = master.find("[Pin]"), last = master.find("[End]"),
+                       model = master.find("[Model]        lvc330s040uaaaaaaaou"),
+                       comp = master.find('\n', master.find("C_comp", model)) + 1,
+                       pinTable = pad.find("Pinout by Port Name:");
+    S const packageLast = "[Package]\n|CABGA256\nR_pkg  0.2  0.1  0.3\nL_pkg  3nH  2nH  4nH\n";
+    S junk;
     for (int i = 0; i < 4096; ++i)
         junk += static_cast<char>((i * 7919) % 256);
-    ts::RunResult r = run(junk, master);
-    EXPECT_EQ(r.exitCode, 2);
+
+    // stdout or design: the text ends so. inOrder: texts of the design in this order; one that
+    // starts with "!" must not stand between its neighbours.
+    struct Case { char const* what; S pad, master; int exit; S stdoutEnd, designEnd; std::vector<S> inOrder; };
+    Case const cases[] = {
+        {"naming table without its closing line", pad, upToLine(master, "UP_CLAMP"), 2,
+         "Failed to load IBIS models.\n", "", {}},
+        {"over-long master line ahead of the tables", pad, master.substr(0, tables) + tooLong + master.substr(tables),
+         2, "Failed to load IBIS models.\n", "", {}},
+        // The models listed are there but not their blocks: each gets its closing comment only.
+        {"pin list without its end", pad, upToLine(master, "IO_A12"), 0, "", end,
+         {"![Model]        ", "| End [Model] ttl330s160uaaaaaaaou\n", "![Model]        "}},
+        // Package keyword last, its block running to the end of the file.
+        {"package block without its closing line", pad,
+         master.substr(0, package) + master.substr(pins, last - pins) + packageLast, 0, "", end, {packageLast}},
+        {"last model block without its closing line", pad,
+         master.substr(0, master.rfind("| End [Model] ttl330s160uaaaaaaaou")), 0, "",
+         "|\n| End [Model] ttl330s160uaaaaaaaou\n|" + S(72, '*') + "\n" + end,
+         {"[Model]        ttl330s160uaaaaaaaou", "dV/dt_f"}}, // copied to the end of the file
+        {"over-long line inside a model block", pad, master.substr(0, comp) + tooLong + master.substr(comp), 0, "", end,
+         {"[Model]        lvc330s040uaaaaaaaou", "C_comp", "![Pulldown]", "| End [Model] lvc330s040uaaaaaaaou"}},
+        {"unclosed bank table at the end of the report", upToLine(pad, "| 3    | 1.8V  |"), master, 0, "", "",
+         {"led[0]"}}, // the signals stay
+        {"over-long pad line ahead of the pin table", pad.substr(0, pinTable) + tooLong + pad.substr(pinTable),
+         master, 2, "Failed to load Iobuf information from the pad file demo.pad.\n", "", {}},
+        {"binary junk is no pad report", junk, master, 2, "", "", {}}};
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.what);
+        ts::TempDir dir;
+        ts::writeFile(dir.file("demo.pad"), c.pad);
+        ts::writeFile(dir.file("master.ibs"), c.master);
+        ts::RunResult r = ts::runProgram({"demo.pad", "master.ibs"}, dir.path());
+        ASSERT_NE(r.exitCode, ts::kRunHung) << "the run did not end";
+        EXPECT_EQ(r.exitCode, c.exit);
+        EXPECT_TRUE(endsWith(r.out, c.stdoutEnd)) << r.out;
+        S const design = c.exit == 0 ? ts::readFile(dir.file("IBIS/demo.ibs")) : "";
+        EXPECT_TRUE(endsWith(design, c.designEnd));
+        S::size_type at = 0;
+        for (size_t i = 0; i < c.inOrder.size(); ++i) {
+            if (c.inOrder[i][0] != '!') {
+                at = design.find(c.inOrder[i], at);
+                EXPECT_NE(at, S::npos) << c.inOrder[i];
+                continue;
+            }
+            S::size_type next = i + 1 < c.inOrder.size() ? design.find(c.inOrder[i + 1], at) : S::npos;
+            EXPECT_EQ(design.substr(at, next == S::npos ? S::npos : next - at).find(c.inOrder[i].substr(1)), S::npos)
+                << c.inOrder[i];
+        }
+    }
 }
 
 } // namespace

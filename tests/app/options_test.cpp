@@ -1,3 +1,5 @@
+// The command line: options ahead of the two paths, and the usage errors.
+
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -6,86 +8,72 @@
 
 namespace {
 
-struct Parsed {
-    bool ok;
-    Options options;
-    std::string error;
-};
+using S = std::string;
+using Args = std::vector<char const*>;
 
-Parsed parse(std::vector<char const*> args)
+// The options as one line: the flags that are set, then the values and the two paths.
+S describe(Options const& o)
 {
-    Parsed p;
-    p.ok = parseOptions(static_cast<int>(args.size()), args.data(), p.options, p.error);
-    return p;
+    std::pair<bool, char const*> const flags[] = {{o.help, "help"}, {o.version, "version"}, {o.ami, "ami"},
+        {o.vargon, "vargon"}, {o.ncd, "ncd"}, {o.brinmark, "brinmark"}, {o.dphy, "dphy"}, {o.msgflow, "msgflow"},
+        {o.dumpAltModels, "dump-alt-models"}, {o.familyGiven, "family"}};
+    S text;
+    for (auto const& flag : flags)
+        text += flag.first ? S(flag.second) + " " : "";
+    return text + "btn=" + std::to_string(o.btn) + " family=" + o.family + " channels=" + o.channelsFile + " " +
+           o.firstPath + " " + o.secondPath;
 }
 
-TEST(Options, PadFlowOptionsInAnyOrderBeforeThePaths)
+TEST(Options, AcceptedCommandLines)
 {
-    Parsed p = parse({"--btn", "3", "--msgflow", "--family", "HZU3", "--ncd", "--brinmark",
-                      "--dphy", "d.pad", "m.ibs"});
-    ASSERT_TRUE(p.ok) << p.error;
-    EXPECT_EQ(p.options.btn, 3);
-    EXPECT_TRUE(p.options.msgflow && p.options.ncd && p.options.brinmark && p.options.dphy);
-    EXPECT_TRUE(p.options.familyGiven);
-    EXPECT_EQ(p.options.family, "HZU3");
-    EXPECT_EQ(p.options.firstPath, "d.pad");
-    EXPECT_EQ(p.options.secondPath, "m.ibs");
-    EXPECT_FALSE(p.options.ami);
-}
-
-TEST(Options, Defaults)
-{
-    Parsed p = parse({"d.pad", "m.ibs"});
-    ASSERT_TRUE(p.ok);
-    EXPECT_EQ(p.options.btn, 0);
-    EXPECT_FALSE(p.options.familyGiven);
-    EXPECT_FALSE(p.options.vargon || p.options.msgflow || p.options.dumpAltModels);
+    std::pair<Args, char const*> const cases[] = {
+        {{"d.pad", "m.ibs"}, "btn=0 family= channels= d.pad m.ibs"},
+        {{"--btn", "3", "--msgflow", "--family", "HZU3", "--ncd", "--brinmark", "--dphy", "d.pad", "m.ibs"},
+         "ncd brinmark dphy msgflow family btn=3 family=HZU3 channels= d.pad m.ibs"},
+        {{"--vargon", "--dump-alt-models", "d.pad", "m.ibs"},
+         "vargon dump-alt-models btn=0 family= channels= d.pad m.ibs"},
+        {{"--ami", "--channels", "ch.txt", "--brinmark", "--msgflow", "--family", "KVA4", "top.udb", "lib/serdes.ibs"},
+         "ami brinmark msgflow family btn=0 family=KVA4 channels=ch.txt top.udb lib/serdes.ibs"},
+        {{"--help"}, "help btn=0 family= channels=  "}, // help and version need no paths
+        {{"--version"}, "version btn=0 family= channels=  "},
+        {{"--", "--odd.pad", "m.ibs"}, "btn=0 family= channels= --odd.pad m.ibs"}}; // "--" ends the options
+    for (auto const& c : cases) {
+        Options options;
+        S error;
+        EXPECT_TRUE(parseOptions(static_cast<int>(c.first.size()), c.first.data(), options, error)) << error;
+        EXPECT_EQ(describe(options), c.second);
+    }
 }
 
 TEST(Options, UsageErrors)
 {
-    EXPECT_EQ(parse({"--bogus", "d.pad", "m.ibs"}).error, "unknown option --bogus");
-    EXPECT_EQ(parse({"d.pad"}).error, "missing path");
-    EXPECT_EQ(parse({}).error, "missing path");
-    EXPECT_EQ(parse({"d.pad", "m.ibs", "x"}).error, "too many paths");
-    EXPECT_EQ(parse({"d.pad", "m.ibs", "--msgflow"}).error, "too many paths")
-        << "options stand before the paths";
-    EXPECT_EQ(parse({"--btn", "2x", "d.pad", "m.ibs"}).error, "--btn needs a whole number, not '2x'");
-    EXPECT_FALSE(parse({"--btn", "-1", "d.pad", "m.ibs"}).ok);
-    EXPECT_FALSE(parse({"--btn", "", "d.pad", "m.ibs"}).ok);
-    EXPECT_FALSE(parse({"--btn", "99999999999", "d.pad", "m.ibs"}).ok);
-    EXPECT_EQ(parse({"d.pad", "m.ibs", "--family"}).error, "too many paths");
-    EXPECT_EQ(parse({"--family"}).error, "--family needs a value");
-    EXPECT_EQ(parse({"--dump-alt-models", "d.pad", "m.ibs"}).error,
-              "--dump-alt-models goes with --vargon");
-}
-
-TEST(Options, AmiFlow)
-{
-    Parsed p = parse({"--ami", "--channels", "ch.txt", "--brinmark", "--msgflow", "--family",
-                      "KVA4", "top.udb", "lib/serdes.ibs"});
-    ASSERT_TRUE(p.ok) << p.error;
-    EXPECT_TRUE(p.options.ami);
-    EXPECT_EQ(p.options.channelsFile, "ch.txt");
-    EXPECT_EQ(p.options.firstPath, "top.udb");
-
-    EXPECT_EQ(parse({"--ami", "d", "m.ibs"}).error, "--ami needs --channels");
-    EXPECT_FALSE(parse({"--ami", "--channels", "c", "--btn", "1", "d", "m.ibs"}).ok);
-    EXPECT_FALSE(parse({"--ami", "--channels", "c", "--vargon", "d", "m.ibs"}).ok);
-    EXPECT_EQ(parse({"--channels", "c", "d.pad", "m.ibs"}).error, "--channels goes with --ami");
-}
-
-TEST(Options, HelpAndVersionNeedNoPaths)
-{
-    EXPECT_TRUE(parse({"--help"}).options.help);
-    EXPECT_TRUE(parse({"--version"}).options.version);
-}
-
-TEST(Options, DoubleDashEndsTheOptions)
-{
-    Parsed p = parse({"--", "--odd.pad", "m.ibs"});
-    ASSERT_TRUE(p.ok);
-    EXPECT_EQ(p.options.firstPath, "--odd.pad");
+    // Null: refused, whatever the reason given.
+    std::pair<Args, char const*> const cases[] = {
+        {{"--bogus", "d.pad", "m.ibs"}, "unknown option --bogus"},
+        {{"d.pad"}, "missing path"},
+        {{}, "missing path"},
+        {{"d.pad", "m.ibs", "x"}, "too many paths"},
+        {{"d.pad", "m.ibs", "--msgflow"}, "too many paths"}, // options stand before the paths
+        {{"d.pad", "m.ibs", "--family"}, "too many paths"},
+        {{"--family"}, "--family needs a value"},
+        {{"--btn", "2x", "d.pad", "m.ibs"}, "--btn needs a whole number, not '2x'"},
+        {{"--btn", "-1", "d.pad", "m.ibs"}, nullptr},
+        {{"--btn", "", "d.pad", "m.ibs"}, nullptr},
+        {{"--btn", "99999999999", "d.pad", "m.ibs"}, nullptr},
+        {{"--dump-alt-models", "d.pad", "m.ibs"}, "--dump-alt-models goes with --vargon"},
+        {{"--ami", "d", "m.ibs"}, "--ami needs --channels"},
+        {{"--ami", "--channels", "c", "--btn", "1", "d", "m.ibs"}, nullptr},
+        {{"--ami", "--channels", "c", "--vargon", "d", "m.ibs"}, nullptr},
+        {{"--channels", "c", "d.pad", "m.ibs"}, "--channels goes with --ami"}};
+    for (auto const& c : cases) {
+        Options options;
+        S error;
+        S line;
+        for (char const* arg : c.first)
+            line += S(arg) + " ";
+        EXPECT_FALSE(parseOptions(static_cast<int>(c.first.size()), c.first.data(), options, error)) << line;
+        EXPECT_EQ(error, c.second ? S(c.second) : error.empty() ? "<a reason>" : error) << line;
+    }
 }
 
 } // namespace

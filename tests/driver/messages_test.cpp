@@ -1,5 +1,5 @@
-// The reporting convention: posted by id with a message flow, fallback text
-// on standard output without one.
+// The reporting convention: posted by id with a message flow, fallback text on standard output
+// without one; a fatal report then ends the run.
 
 #include <gtest/gtest.h>
 
@@ -9,105 +9,72 @@
 
 namespace {
 
-class Messages : public testing::Test {
-protected:
-    void SetUp() override { ts::resetGeneratorStatics(); }
-    void TearDown() override { ts::resetGeneratorStatics(); }
+using S = std::string;
 
-    std::string fallback(IbsMessage m, std::initializer_list<char const*> args = {})
-    {
-        return ts::captureStdout([&] { ibsReport(m, args); });
-    }
-};
-
-TEST_F(Messages, FallbackTextsWithTheirArguments)
+// What a report prints, and with flow 1 what it posts behind "|".
+S report(IbsMessage m, std::vector<char const*> const& a, int flow = 0)
 {
-    EXPECT_EQ(fallback(IBS_MSG_1003), "Failed to load IBIS models.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1004), "Failed to write out IBIS models.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1005),
-              "You can check the master ibis file at <Brinmark>/cae_library/ for models,\n"
-              "if the model is not present in the master ibis file, please contact\n"
-              "Corvane Technical Support to make a request for this model.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1010, {"lvc330a080aaaaaaaaio", "d[0]"}),
-              "WARNING: Ibis Model \"lvc330a080aaaaaaaaio\" for the signal \"d[0]\" is not "
-              "available.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1011, {"k", "s", "u"}),
-              "WARNING: Ibis Model \"k\" for the signal \"s\" is not available. Substituting "
-              "model \"u\".\n");
-    EXPECT_EQ(fallback(IBS_MSG_1015, {"x.pad"}), "Error opening file: x.pad\n");
-    EXPECT_EQ(fallback(IBS_MSG_1017), "Created Design Models.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1019),
-              "\nNote: The IBIS models for True Differential have a known issue in the IBIS "
-              "data. Please use TN HSPICE models instead to run simulation.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1022, {"DRIVE"}), "DRIVE \n");
-    EXPECT_EQ(fallback(IBS_MSG_1023, {"8mA", "080"}), "8mA 080\n");
-    EXPECT_EQ(fallback(IBS_MSG_1025, {"A3", "KVANR4"}),
-              "ERROR: The Design and Master IBIS files are different.\n"
-              "       Part name is A3 while IBIS file component name is KVANR4.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1026, {"CABGA256", "m.ibs"}),
-              "WARNING: Package name \"CABGA256\" is not found in the master ibis file: "
-              "m.ibs\n");
-    EXPECT_EQ(fallback(IBS_MSG_1027, {"7"}), "Unsupported Bank_vccio found 7.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1028, {"k", "s"}),
-              "WARNING: Input model \"k\" for signal \"s\" is not available.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1029, {"k"}), "Setting to \"k\" Available IBIS model.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1030, {"/w/IBIS/d.ibs"}), "\nGenerating: \"/w/IBIS/d.ibs\"\n\n");
-    EXPECT_EQ(fallback(IBS_MSG_1033, {"x.ami"}), "ERROR: The file 'x.ami' is not exist.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1034, {"/w/IBIS"}),
-              "ERROR: Failed to create subdirectory '/w/IBIS'.\n");
-}
-
-TEST_F(Messages, EmptyNamingTableTextPerWord)
-{
-    EXPECT_EQ(fallback(IBS_MSG_1024, {"Io standard"}),
-              "ERROR: Failed to load Io standard info from the ibs file.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1024, {"Slew"}),
-              "ERROR: Failed to load Slew info from the ibs file.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1024, {"pullmode"}),
-              "ERROR: Failed to load pullmode info from the ibs file.\n");
-}
-
-TEST_F(Messages, PutsTextsGetALineEndEvenBehindTheirOwn)
-{
-    EXPECT_EQ(fallback(IBS_MSG_1031),
-              "Design IBIS Models are generated for board level analysis.\n");
-    EXPECT_EQ(fallback(IBS_MSG_1035), "There is no SERDES used in the design.\n\n");
-    EXPECT_EQ(fallback(IBS_MSG_1036),
-              "Design IBIS AMI Models are generated for board level analysis.\n");
-}
-
-TEST_F(Messages, WithMessageFlowTheIdIsPostedAndNothingPrinted)
-{
-    UT_MSGMAN::m_msgFlow = 1;
+    ts::resetGeneratorStatics();
+    UT_MSGMAN::m_msgFlow = flow;
     testing::internal::CaptureStderr();
-    std::string out = fallback(IBS_MSG_1010, {"lvc250axxxaaaaaaaain", "rst_n"});
-    EXPECT_EQ(out, "");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "padmodel-1010\tlvc250axxxaaaaaaaain\trst_n\n");
+    S out = ts::captureStdout([&] {
+        if (a.empty()) ibsReport(m);
+        else if (a.size() == 1) ibsReport(m, {a[0]});
+        else if (a.size() == 2) ibsReport(m, {a[0], a[1]});
+        else ibsReport(m, {a[0], a[1], a[2]});
+    });
+    S err = testing::internal::GetCapturedStderr();
+    ts::resetGeneratorStatics();
+    return err.empty() ? out : out + "|" + err;
 }
 
-TEST_F(Messages, AnyOtherFlowValuePrintsTheFallback)
+TEST(Messages, FallbackTextsWithTheirArguments)
 {
-    UT_MSGMAN::m_msgFlow = 2;
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(fallback(IBS_MSG_1017), "Created Design Models.\n");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    // A text without its own line end gets one; the puts texts get one even behind their own.
+    struct { IbsMessage m; std::vector<char const*> args; char const* text; } const cases[] = {
+        {IBS_MSG_1003, {}, "Failed to load IBIS models.\n"},
+        {IBS_MSG_1004, {}, "Failed to write out IBIS models.\n"},
+        {IBS_MSG_1005, {}, "You can check the master ibis file at <Brinmark>/cae_library/ for models,\n"
+                           "if the model is not present in the master ibis file, please contact\n"
+                           "Corvane Technical Support to make a request for this model.\n"},
+        {IBS_MSG_1010, {"lvc330a080aaaaaaaaio", "d[0]"},
+         "WARNING: Ibis Model \"lvc330a080aaaaaaaaio\" for the signal \"d[0]\" is not available.\n"},
+        {IBS_MSG_1011, {"k", "s", "u"},
+         "WARNING: Ibis Model \"k\" for the signal \"s\" is not available. Substituting model \"u\".\n"},
+        {IBS_MSG_1015, {"x.pad"}, "Error opening file: x.pad\n"},
+        {IBS_MSG_1017, {}, "Created Design Models.\n"},
+        {IBS_MSG_1019, {}, "\nNote: The IBIS models for True Differential have a known issue in the IBIS data. "
+                           "Please use TN HSPICE models instead to run simulation.\n"},
+        {IBS_MSG_1022, {"DRIVE"}, "DRIVE \n"},
+        {IBS_MSG_1023, {"8mA", "080"}, "8mA 080\n"},
+        {IBS_MSG_1024, {"Io standard"}, "ERROR: Failed to load Io standard info from the ibs file.\n"},
+        {IBS_MSG_1024, {"Slew"}, "ERROR: Failed to load Slew info from the ibs file.\n"},
+        {IBS_MSG_1024, {"pullmode"}, "ERROR: Failed to load pullmode info from the ibs file.\n"},
+        {IBS_MSG_1025, {"A3", "KVANR4"}, "ERROR: The Design and Master IBIS files are different.\n"
+                                         "       Part name is A3 while IBIS file component name is KVANR4.\n"},
+        {IBS_MSG_1026, {"CABGA256", "m.ibs"},
+         "WARNING: Package name \"CABGA256\" is not found in the master ibis file: m.ibs\n"},
+        {IBS_MSG_1027, {"7"}, "Unsupported Bank_vccio found 7.\n"},
+        {IBS_MSG_1028, {"k", "s"}, "WARNING: Input model \"k\" for signal \"s\" is not available.\n"},
+        {IBS_MSG_1029, {"k"}, "Setting to \"k\" Available IBIS model.\n"},
+        {IBS_MSG_1030, {"/w/IBIS/d.ibs"}, "\nGenerating: \"/w/IBIS/d.ibs\"\n\n"},
+        {IBS_MSG_1031, {}, "Design IBIS Models are generated for board level analysis.\n"},
+        {IBS_MSG_1033, {"x.ami"}, "ERROR: The file 'x.ami' is not exist.\n"},
+        {IBS_MSG_1034, {"/w/IBIS"}, "ERROR: Failed to create subdirectory '/w/IBIS'.\n"},
+        {IBS_MSG_1035, {}, "There is no SERDES used in the design.\n\n"},
+        {IBS_MSG_1036, {}, "Design IBIS AMI Models are generated for board level analysis.\n"}};
+    for (auto const& c : cases)
+        EXPECT_EQ(report(c.m, c.args), c.text) << c.m;
 }
 
-TEST_F(Messages, FatalReportThenExitInBothModes)
+TEST(Messages, OnlyFlowOnePostsAndAFatalReportEndsTheRunInBothModes)
 {
-    EXPECT_EXIT(
-        {
-            ts::stdoutToStderr();
-            ibsFatal(IBS_MSG_1015, {"gone.ibs"});
-        },
-        testing::ExitedWithCode(1), "^Error opening file: gone.ibs\n$");
-    EXPECT_EXIT(
-        {
-            UT_MSGMAN::m_msgFlow = 1;
-            ibsFatal(IBS_MSG_1003);
-        },
-        testing::ExitedWithCode(2), "^padmodel-1003\n$");
+    EXPECT_EQ(report(IBS_MSG_1010, {"lvc250axxxaaaaaaaain", "rst_n"}, 1),
+              "|padmodel-1010\tlvc250axxxaaaaaaaain\trst_n\n");
+    EXPECT_EQ(report(IBS_MSG_1017, {}, 2), "Created Design Models.\n");
+    EXPECT_EXIT((ts::stdoutToStderr(), ibsFatal(IBS_MSG_1015, {"gone.ibs"})), testing::ExitedWithCode(1),
+                "^Error opening file: gone.ibs\n$");
+    EXPECT_EXIT((UT_MSGMAN::m_msgFlow = 1, ibsFatal(IBS_MSG_1003)), testing::ExitedWithCode(2), "^padmodel-1003\n$");
 }
 
 } // namespace
