@@ -9,7 +9,8 @@
 #   fuzz/run.sh [SECONDS]
 #
 # Environment: CXX (default clang++), JOBS (parallel runs, default 2),
-# FUZZ_FLAGS (extra libFuzzer flags).
+# FUZZ_TARGETS (default all: pad master ami channels), FUZZ_FLAGS (extra
+# libFuzzer flags).
 set -eu
 seconds=${1:-60}
 here=$(cd "$(dirname "$0")" && pwd)
@@ -19,7 +20,7 @@ work=$here/corpus-work
 findings=$here/findings
 cxx=${CXX:-clang++}
 jobs=${JOBS:-2}
-targets="pad master ami channels"
+targets=${FUZZ_TARGETS:-pad master ami channels}
 
 command -v "$cxx" >/dev/null || { echo "fuzz/run.sh: $cxx not found" >&2; exit 2; }
 mkdir -p "$build/obj" "$work" "$findings"
