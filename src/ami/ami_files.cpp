@@ -2,16 +2,14 @@
 // the ibis_ami directory with its copies and parameter files.
 
 #include <cstdio>
-#include <cstring>
 
 #include "driver/basibsgen.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
+#include "driver/paths.h"
 #include "host/ut_filemanager.h"
 
 namespace {
-
-const int pathSize = 4096;
 
 // Replaces the text from the last occurrence of what to the end by with.
 bool replaceTail(std::string& path, char const* what, char const* with)
@@ -66,9 +64,7 @@ void IBS_GEN::initFiles(char const* designFile, char const* masterIbisFile)
         if (rxMissing || txMissing || bad)
             ibsExit(2);
 
-        char drive[pathSize], directory[pathSize], name[pathSize], extension[pathSize];
-        split_file_name(_designFile.c_str(), drive, directory, name, extension);
-        _designBaseName = name;
+        _designBaseName = ibsSplitPath(*this, _designFile).name;
     } else {
         std::string::size_type dot = _designFile.rfind('.');
         _designIbisFile = dot == std::string::npos ? _designFile : _designFile.substr(0, dot) + ".ibs";
@@ -88,9 +84,8 @@ std::string executableFor(IBIS_MODEL& model, std::string path, char const* suffi
     std::string::size_type at = path.rfind("serdes.ibs");
     if (at != std::string::npos)
         path.erase(at);
-    char drive[pathSize], directory[pathSize], name[pathSize], extension[pathSize];
-    model.split_file_name(path.c_str(), drive, directory, name, extension);
-    return std::string(drive) + directory + "CVN_" + name + suffix;
+    IbsPathParts parts = ibsSplitPath(model, path);
+    return parts.drive + parts.directory + "CVN_" + parts.name + suffix;
 }
 
 } // namespace
@@ -109,18 +104,14 @@ namespace {
 
 // Copies source into the output directory under its own name, or ends the
 // run.
-void copyIntoSet(IBIS_MODEL& model, char const* outputDir, std::string const& source,
+void copyIntoSet(IBIS_MODEL& model, std::string const& outputDir, std::string const& source,
                  char const* progress, char const* failure)
 {
-    char drive[pathSize], directory[pathSize], name[pathSize], extension[pathSize];
-    model.split_file_name(source.c_str(), drive, directory, name, extension);
-    std::string target = std::string(outputDir) + "\\" + name + extension;
-    std::vector<char> path(target.begin(), target.end());
-    path.push_back('\0');
-    ut_file.makeunixpath(path.data());
-    std::printf(progress, path.data());
-    if (!ut_file.copy(source.c_str(), path.data())) {
-        std::printf(failure, path.data());
+    IbsPathParts parts = ibsSplitPath(model, source);
+    std::string target = ibsUnixPath(outputDir + "\\" + parts.name + parts.extension);
+    std::printf(progress, target.c_str());
+    if (!ut_file.copy(source.c_str(), target.c_str())) {
+        std::printf(failure, target.c_str());
         ibsExit(2);
     }
 }
@@ -135,12 +126,9 @@ void IBS_GEN::write_ami_files()
         return;
     }
 
-    char outputDir[pathSize];
-    ut_file.getcwd(outputDir, pathSize);
-    std::strncat(outputDir, "\\ibis_ami", pathSize - std::strlen(outputDir) - 1);
-    ut_file.makeunixpath(outputDir);
-    if (!ut_file.exist(outputDir) && !ut_file.mkdir(outputDir))
-        ibsFatal(IBS_MSG_1034, {outputDir});
+    std::string const outputDir = ibsUnixPath(ibsCurrentDir() + "\\ibis_ami");
+    if (!ut_file.exist(outputDir.c_str()) && !ut_file.mkdir(outputDir.c_str()))
+        ibsFatal(IBS_MSG_1034, {outputDir.c_str()});
 
     copyIntoSet(*this, outputDir, _masterIbisFile, "\nGenerating SerDes IBIS file:  \"%s\"\n",
                 "ERROR: Failed to generating SerDes IBIS file: \"%s\"\n");
@@ -164,13 +152,11 @@ void IBS_GEN::write_ami_files()
         for (Side const& side : sides) {
             if (side.enable != "ON")
                 continue;
-            std::string target = std::string(outputDir) + "\\" + _designBaseName + side.tag + "_" +
-                                 channel->blockId + "_" + channel->channelId + ".ami";
-            std::vector<char> path(target.begin(), target.end());
-            path.push_back('\0');
-            ut_file.makeunixpath(path.data());
-            std::printf(side.progress, path.data());
-            write_ami_parameter_file(side.templateFile.c_str(), path.data(), channel->configs);
+            std::string const path =
+                ibsUnixPath(outputDir + "\\" + _designBaseName + side.tag + "_" +
+                            channel->blockId + "_" + channel->channelId + ".ami");
+            std::printf(side.progress, path.c_str());
+            write_ami_parameter_file(side.templateFile.c_str(), path.c_str(), channel->configs);
         }
     }
 

@@ -7,14 +7,13 @@
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
+#include "driver/paths.h"
 #include "host/ut_filemanager.h"
 #include "host/ut_string.h"
 #include "host/ut_timestamp.h"
 #include "host/ut_version.h"
 
 namespace {
-
-const int pathSize = 4096;
 
 // The path cut behind its last "\", or else behind its last "/".
 std::string::size_type behindLastSeparator(std::string const& path)
@@ -50,13 +49,7 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
     // directory; an absolute one stays where it is.
     std::string btnStem;
     if (!ut_file.isabsolute(_designIbisFile.c_str())) {
-        char dir[pathSize];
-        ut_file.getcwd(dir, pathSize);
-        std::string path = std::string(dir) + "\\IBIS";
-        std::vector<char> buf(path.begin(), path.end());
-        buf.push_back('\0');
-        ut_file.makeunixpath(buf.data());
-        path = buf.data();
+        std::string path = ibsUnixPath(ibsCurrentDir() + "\\IBIS");
         if (!ut_file.exist(path.c_str()) && !ut_file.mkdir(path.c_str()))
             ibsFatal(IBS_MSG_1034, {path.c_str()});
         path += "\\";
@@ -64,11 +57,7 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
         // copy service takes it as it is.
         if (btnCount != 0)
             btnStem = path + designStem;
-        path += _designIbisFile;
-        buf.assign(path.begin(), path.end());
-        buf.push_back('\0');
-        ut_file.makeunixpath(buf.data());
-        _designIbisFile = buf.data();
+        _designIbisFile = ibsUnixPath(path + _designIbisFile);
     }
 
     _designStream.open(_designIbisFile.c_str(), std::ios::out | std::ios::trunc);

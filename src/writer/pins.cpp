@@ -1,7 +1,6 @@
 // The [Pin] rows of the design's signals, the D-PHY rows, and the
 // [Diff pin] section with the design's own pins.
 
-#include <cstdio>
 #include <cstring>
 
 #include "driver/basibsgen.h"
@@ -11,14 +10,18 @@
 
 namespace {
 
-// Pin in 13 columns, signal in 20, then the model; a longer value pushes the
-// rest to the right.
+// text left-justified in a column of width characters; a longer text is
+// never cut and pushes the rest of the row to the right.
+std::string column(std::string const& text, std::string::size_type width)
+{
+    return text.size() < width ? text + std::string(width - text.size(), ' ') : text;
+}
+
+// Pin in 13 columns, signal in 20, then the model.
 void writePinRow(std::ofstream& out, std::string const& pin, std::string const& signal,
                  std::string const& model)
 {
-    char row[IBS_AMI_LINE_SIZE];
-    std::snprintf(row, sizeof row, "%-13s %-20s %s", pin.c_str(), signal.c_str(), model.c_str());
-    out << row << "\n";
+    out << column(pin, 13) << " " << column(signal, 20) << " " << model << "\n";
 }
 
 } // namespace
@@ -135,9 +138,7 @@ void IBIS_MODEL::writeDiffPinSection()
                 continue;
             if (!written)
                 _designStream << header << "\n";
-            char positive[IBS_AMI_LINE_SIZE];
-            std::snprintf(positive, sizeof positive, "%-12s", match.second.c_str());
-            _designStream << positive << negative->second << line << "\n";
+            _designStream << column(match.second, 12) << negative->second << line << "\n";
             written = true;
         }
         ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);

@@ -7,30 +7,15 @@
 #include "driver/basibsgen.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
+#include "driver/paths.h"
 #include "host/ut_filemanager.h"
 #include "host/ut_string.h"
-
-namespace {
-
-const int pathSize = 4096;
-
-std::string unixPath(std::string path)
-{
-    std::vector<char> buf(path.begin(), path.end());
-    buf.push_back('\0');
-    ut_file.makeunixpath(buf.data());
-    return buf.data();
-}
-
-} // namespace
 
 void IBIS_MODEL::writeFileLocation()
 {
     std::string path = _designIbisFile;
     if (!ut_file.isabsolute(path.c_str())) {
-        char cwd[pathSize];
-        ut_file.getcwd(cwd, pathSize);
-        path = unixPath(std::string(cwd) + "\\" + path);
+        path = ibsUnixPath(ibsCurrentDir() + "\\" + path);
     }
     if (ut_file.exist(path.c_str()))
         ibsReport(IBS_MSG_1030, {path.c_str()});
@@ -68,9 +53,8 @@ void IBIS_MODEL::writePackageFile()
 {
     // The package model file is named after the master, the device's speed
     // and package suffix, the package kind and its pin count.
-    char drive[pathSize], directory[pathSize], name[pathSize], extension[pathSize];
-    split_file_name(_masterIbisFile.c_str(), drive, directory, name, extension);
-    std::string fileName = name;
+    IbsPathParts const master = ibsSplitPath(*this, _masterIbisFile);
+    std::string fileName = master.name;
     std::string::size_type dash = _input_dev_name.rfind('-');
     if (dash != std::string::npos)
         fileName += "_" + _input_dev_name.substr(dash + 1);
@@ -85,7 +69,7 @@ void IBIS_MODEL::writePackageFile()
     ut_strlwr(lower.data());
     fileName = lower.data();
 
-    std::string source = unixPath(std::string(drive) + directory + fileName);
+    std::string const source = ibsUnixPath(master.drive + master.directory + fileName);
     if (!ut_file.exist(source.c_str())) {
         if (_partName == "MORVALLE")
             std::printf("Package model file \"%s\" is not available for the device/package selected "
@@ -93,8 +77,8 @@ void IBIS_MODEL::writePackageFile()
                         fileName.c_str());
         return;
     }
-    split_file_name(_designIbisFile.c_str(), drive, directory, name, extension);
-    std::string target = unixPath(std::string(drive) + directory + fileName);
+    IbsPathParts const design = ibsSplitPath(*this, _designIbisFile);
+    std::string const target = ibsUnixPath(design.drive + design.directory + fileName);
     std::printf("\nGenerating package file:  \"%s\"\n\n", target.c_str());
     if (!ut_file.copy(source.c_str(), target.c_str())) {
         std::printf("ERROR: Failed to generating package file: \"%s\"\n\n", target.c_str());
