@@ -6,7 +6,7 @@ ASAN_BUILD  ?= build-asan
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
 CMAKE_FLAGS ?=
 
-.PHONY: all build demo test sanitize install-check ci clean
+.PHONY: all build demo test sanitize install-check package package-check ci clean
 
 all: build
 
@@ -50,12 +50,20 @@ sanitize:
 	cmake --build $(ASAN_BUILD) -j $(JOBS)
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure -j $(JOBS)
 
-# Installs into a temporary prefix and builds a small host project against
-# the installed package.
+# Installs into a temporary prefix and builds a small host program against
+# it, once with CMake and once with pkg-config.
 install-check: build
 	tests/install/check.sh $(BUILD)
 
-ci: test sanitize install-check
+# The .tar.gz and the .deb, in $(BUILD).
+package: build
+	cd $(BUILD) && cpack -G "TGZ;DEB"
+
+# Builds the packages, unpacks the .deb and runs the program from there.
+package-check: build
+	tests/install/package_check.sh $(BUILD)
+
+ci: test sanitize install-check package-check
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD)

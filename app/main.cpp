@@ -66,7 +66,8 @@ int main(int argc, char** argv)
     Options options;
     std::string error;
     if (!parseOptions(argc - 1, argv + 1, options, error)) {
-        std::fprintf(stderr, "pad2ibis: %s\n%s", error.c_str(), usageText());
+        std::fprintf(stderr, "pad2ibis: %s\nTry 'pad2ibis --help' for more information.\n",
+                     error.c_str());
         return 2;
     }
     if (options.help) {

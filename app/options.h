@@ -26,7 +26,7 @@ struct Options {
 // false with a one-line reason in error.
 bool parseOptions(int argc, char const* const* argv, Options& options, std::string& error);
 
-// The usage text, for --help and usage errors.
+// The usage text that --help prints.
 char const* usageText();
 
 #endif

@@ -29,8 +29,11 @@ TEST(Program, HelpVersionAndUsageErrors)
         r = ts::runProgram(args, dir.path());
         EXPECT_EQ(r.exitCode, 2) << args[0];
         EXPECT_EQ(r.out, "") << args[0];
+        // The problem, then the hint: two lines, the usage text stays on --help.
         EXPECT_EQ(r.err.rfind("pad2ibis: ", 0), 0u) << r.err;
-        EXPECT_NE(r.err.find("\nUsage: pad2ibis"), S::npos) << r.err;
+        S const hint = "\nTry 'pad2ibis --help' for more information.\n";
+        EXPECT_EQ(r.err.find('\n'), r.err.size() - hint.size()) << r.err;
+        EXPECT_EQ(r.err.substr(r.err.size() - hint.size()), hint) << r.err;
     }
 }
 
