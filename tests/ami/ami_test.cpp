@@ -1,8 +1,6 @@
-// SerDes AMI models: a channel's settings filled into an AMI parameter
-// template (the value forms, the lookup of a parameter's setting, the rewrite
-// of one line, the copy of a whole template), the AMI executables' names, and
-// whole runs of pad2ibis --ami: a source set and a channels file in, the
-// ibis_ami file set out.
+// SerDes AMI models: the copy of a parameter template with a channel's
+// settings filled in, and whole runs of pad2ibis --ami: a source set and a
+// channels file in, the ibis_ami file set out.
 
 #include <gtest/gtest.h>
 
@@ -19,7 +17,6 @@
 #include <sys/stat.h>
 
 #include "driver/basibsgen.h"
-#include "driver/line_reader.h"
 #include "support/test_support.h"
 
 namespace {
@@ -39,66 +36,6 @@ struct Configs {
     std::vector<IB_IOBUF_CONFIG> records;
     std::vector<IB_IOBUF_CONFIG*> list;
 };
-
-// One template line as the copy rewrites it, in a buffer of the copy's size.
-std::string fill(std::string const& line, Settings const& settings)
-{
-    Configs configs(settings);
-    std::vector<char> buf(IBS_AMI_LINE_SIZE, '\0');
-    line.copy(buf.data(), line.size());
-    EXPECT_EQ(IBS_GEN().fill_in_ami_parameter_value(buf.data(), configs.list), buf.data()) << "rewritten in place";
-    return buf.data();
-}
-
-TEST(AmiParameterLine, EachFormOfASettingReplacesTheOldValue)
-{
-    // The template's value, 5, stays where there is no setting.
-    struct { char const *setting, *shown; } const cases[] = {
-        {"0d12", "12"}, {"0d", ""}, {"0H7F", "7F"}, {"0hFF", "15"}, {"0ha", "10"}, {"0hZ", "0"}, {"0b0101", "5"},
-        {"0B11", "3"}, {"0b10000", "0"}, {"0b2", "0"}, {"7", "0"}, {"DONTCARE", "5"}, {"dontCare", "5"},
-        {"0d123456789012345", "123456789012345"}, {"0d12345678901234567890", "123456789012345"},
-        {"0H7234567890ABCDEF12", "7234567890ABCDE"},
-    };
-    auto line = [](std::string const& value) {
-        return "    (Tx_Amp (Usage In) (Type Integer) (Format Value " + value + ") (Description \"swing\") )\n";
-    };
-    for (auto const& c : cases)
-        EXPECT_EQ(fill(line("5"), {{"Tx_Amp", c.setting}}), line(c.shown)) << c.setting;
-    // Binary settings of one to four digits in any width.
-    char value[16];
-    for (int width = 1; width <= 4; ++width)
-        for (int number = 0; number < (1 << width); ++number) {
-            std::string text = "0B";
-            for (int bit = width - 1; bit >= 0; --bit)
-                text += (number >> bit & 1) ? '1' : '0';
-            IBS_GEN().calculate_ibis_parameter_value(text.c_str(), value);
-            EXPECT_EQ(value, std::to_string(number)) << text;
-        }
-}
-
-TEST(AmiParameterLine, TheParametersNameAndWhatIsReplaced)
-{
-    struct { char const* line; Settings settings; char const* filled; } const cases[] = {
-        // The name is the first token of three characters or more, less the "(" in front of it.
-        {"(ab (Tx_Amp (Format Value 5) )\n", {{"ab", "0d1"}, {"Tx_Amp", "0d7"}}, "(ab (Tx_Amp (Format Value 1) )\n"},
-        {"1 (x  Rate (Format Value 5) )\n", {{"Rate", "0d9"}}, "1 (x  Rate (Format Value 9) )\n"},
-        {"  ((Tx_Amp (Format Value 5) )\n", {{"Tx_Amp", "0d7"}}, "  ((Tx_Amp (Format Value 7) )\n"},
-        {"  (Tx_Amp) (Format Value 5) )\n", {{"Tx_Amp", "0d7"}}, "  (Tx_Amp) (Format Value 5) )\n"},
-        // In any case; the first record of a name is the only one looked at.
-        {"(Tx_Amp (Format Value 5) )\n", {{"tx_amp", "0d3"}, {"Tx_Amp", "0d9"}}, "(Tx_Amp (Format Value 3) )\n"},
-        {"(Tx_Amp (Format Value 5) )\n", {{"Tx_Amp", "DontCare"}, {"TX_AMP", "0d9"}}, "(Tx_Amp (Format Value 5) )\n"},
-        {"(Tx_Amp (Format Value 5) )\n", {{"Tx_Am", "0d3"}, {"Tx_Ampl", "0d3"}}, "(Tx_Amp (Format Value 5) )\n"},
-        // Only the first "(Format Value" of a line.
-        {"(Amp (Format Value 1) (Eq (Format Value 2) )\n", {{"Amp", "0d5"}, {"Eq", "0d6"}},
-         "(Amp (Format Value 5) (Eq (Format Value 2) )\n"},
-        // The blanks ahead of the old value and one behind it go; without one
-        // behind it, the text up to the next blank goes too.
-        {"(Rate (Format Value    5)  x\n", {{"Rate", "0d7"}}, "(Rate (Format Value 7)  x\n"},
-        {"(Rate (Format Value 5)(Description \"x y\") z\n", {{"Rate", "0d7"}}, "(Rate (Format Value 7) \"x y\") z\n"},
-    };
-    for (auto const& c : cases)
-        EXPECT_EQ(fill(c.line, c.settings), c.filled) << c.line;
-}
 
 TEST(AmiParameterFile, CopiesTheTemplateLineByLine)
 {
@@ -136,26 +73,6 @@ TEST(AmiParameterFile, CopiesTheTemplateLineByLine)
                 testing::Matcher<std::string const&>("Could not open file <" + absent + "> for reading.\n"));
     EXPECT_EXIT((ts::stdoutToStderr(), copy(source, unwritable)), testing::ExitedWithCode(2),
                 testing::Matcher<std::string const&>("Could not open file <" + unwritable + "> for writing.\n"));
-}
-
-TEST(AmiExecutableNames, CvnAndThePrefixOfTheSerdesMasterAndTheSide)
-{
-    struct { char const *master, *rx, *tx; } const cases[] = {
-        {"/a/b/kva4serdes.ibs", "/a/b/CVN_kva4rx_ami.so", "/a/b/CVN_kva4tx_ami.so"},
-        {"/a/b/serdes.ibs", "/a/b/CVN_rx_ami.so", "/a/b/CVN_tx_ami.so"},
-        {"/a/serdes.ibs.d/kva4serdes.ibs", "/a/serdes.ibs.d/CVN_kva4rx_ami.so", "/a/serdes.ibs.d/CVN_kva4tx_ami.so"},
-        // The last "serdes.ibs" goes with everything behind it; what is left is split as a file name.
-        {"/a/kva4serdes.ibs.d/x.ibs", "/a/CVN_kva4rx_ami.so", "/a/CVN_kva4tx_ami.so"},
-        {"/a/b/k.v4serdes.ibs", "/a/b/CVN_krx_ami.so", "/a/b/CVN_ktx_ami.so"},
-    };
-    for (auto const& c : cases) {
-        IBS_GEN gen;
-        std::string rx = c.master, tx = c.master;
-        gen.getAmiRxExecutableFile(rx);
-        gen.getAmiTxExecutableFile(tx);
-        EXPECT_EQ(rx, c.rx) << c.master;
-        EXPECT_EQ(tx, c.tx) << c.master;
-    }
 }
 
 std::string data(std::string const& name) { return ts::readFile(ts::sourcePath("tests/ami/data/" + name)); }
@@ -264,35 +181,6 @@ TEST_F(AmiProgram, EveryMissingSourceFileIsReportedBeforeTheRunEndsAndNothingIsW
         EXPECT_EQ(flow.out + "|" + flow.err, "|" + ids);
         EXPECT_TRUE(listDir(run).empty());
     }
-}
-
-TEST_F(AmiProgram, MasterWithoutIbsIsRefusedAndAMissingHMasterFallsBackOnItsSibling)
-{
-    ts::RunResult r = ami({}, root.file("kva4serdes.ib"));
-    EXPECT_EQ(r.exitCode, 2);
-    EXPECT_EQ(r.out, "ERROR: Ibis file " + root.file("kva4serdes.ib") + " should have .ibs extension.\n");
-    EXPECT_TRUE(listDir(run).empty());
-    // The sibling has no "serdes.ibs" in its name: it is its own parameter template.
-    for (std::string const family : {"anr4y", "anr5y"}) {
-        ts::writeFile(root.file(family + ".ibs"), data(kSet[0]));
-        ts::writeFile(root.file("CVN_" + family + "rx_ami.so"), data(kSet[3]));
-        ts::writeFile(root.file("CVN_" + family + "tx_ami.so"), data(kSet[4]));
-        r = ami({}, root.file(family + "h.ibs"));
-        EXPECT_EQ(r.exitCode, 0) << r.out;
-        EXPECT_EQ(ts::readFile(run + "/ibis_ami/" + family + ".ibs"), data(kSet[0])) << family;
-        EXPECT_EQ(ts::readFile(run + "/ibis_ami/top_rx_params_DCU0_CH0.ami"), data(kSet[0])) << family;
-    }
-}
-
-TEST_F(AmiProgram, NoChannelsMakesNoDirectory)
-{
-    ts::writeFile(channels, "# no SerDes in this design\n\n   # none at all\n");
-    ts::RunResult r = ami(), flow = ami({"--msgflow"});
-    EXPECT_EQ(r.exitCode, 0);
-    EXPECT_EQ(r.out + "|" + r.err, "\nThere is no SERDES used in the design.\n\n|");
-    EXPECT_EQ(flow.exitCode, 0);
-    EXPECT_EQ(flow.out + "|" + flow.err, "\n|padmodel-1035\n");
-    EXPECT_TRUE(listDir(run).empty());
 }
 
 TEST_F(AmiProgram, ChannelsFileErrorsNameTheLineAndWriteNothing)

@@ -98,49 +98,6 @@ protected:
     std::string out, printed; // what the last run printed, and all runs of expectKeys
 };
 
-// Each family's own rules: rows of direction, attributes, bank and key. No
-// family but HZU2 and HZU3 takes an impedance from the bank.
-struct FamilyRules { char const* name; std::vector<std::string> families; std::vector<std::array<char const*, 4>> rows; };
-class Family : public Walk, public testing::WithParamInterface<FamilyRules> {};
-
-TEST_P(Family, Rules)
-{
-    expectKeys(GetParam().families, GetParam().rows);
-    EXPECT_EQ(printed.find("Unsupported"), std::string::npos) << printed;
-}
-
-INSTANTIATE_TEST_SUITE_P(Walk, Family, testing::Values(
-    // Outputs take the bidirectional model.
-    FamilyRules{"KvanKvzr", {"KVAN", "KVZR"}, {{"OUT", "SLEW:FAST DRIVE:8mA", "", "lvc330r080aaaaaaaaio"},
-        {"BIDI", "IMP:50", "", "lvc330axxxa5aaaaaaio"}, {"OUT", "OPENDRAIN:ON", "", "lvc330axxxaaaaaaaaod"}}},
-    FamilyRules{"Kva2Kvzr2", {"KVA2", "KVZR2"}, {{"OUT", "SLEW:FAST", "", "lvc330rxxxaaaaaaaaou"},
-        {"OUT", "IO_TYPE:LVDS25 SLEW:SLOW", "", "lvd250sxxxaaaaaaaaou"}}},
-    // Only the bare KEEPER becomes BUSHOLD.
-    FamilyRules{"Kva3", {"KVA3"}, {{"BIDI", "PULL:KEEPER", "", "lvc330axxxbaaaaaaaio"},
-        {"BIDI", "PULL:KEEPER CLAMP:ON", "", "lvc330axxxaaaaaaaaio"}, {"IN", "CLAMP:ON", "", "lvc330axxxcaaaaaaain"}}},
-    // A clamp on an input or bidirectional signal (as reported) is the PCI clamp.
-    FamilyRules{"Kva4", {"KVA4"}, {{"IN", "CLAMP:ON", "", "lvc330axxxpaaaaaaain"},
-        {"BIDI", "CLAMP:ON", "", "lvc330axxxpaaaaaaaio"}, {"BIDI", "OPENDRAIN:ON CLAMP:ON", "", "lvc330axxxpaaaaaaaod"},
-        {"OUT", "CLAMP:ON", "", "lvc330axxxcaaaaaaaou"}, {"OUT", "PULL:UP CLAMP:ON", "", "lvc330axxxqaaaaaaaou"},
-        {"BIDI", "PULL:KEEPER", "", "lvc330axxxkaaaaaaaio"}}},
-    FamilyRules{"Kva4yKva5y", {"KVA4Y", "KVA5Y"}, {{"BIDI", "PULL:UP", "", "lvc330axxxnaaaaaaaio"},
-        {"BIDI", "PULL:UP CLAMP:ON", "", "lvc330axxxcaaaaaaaio"}, {"IN", "PULL:DOWN PCICLAMP:ON", "", "lvc330axxxcaaaaaaain"}}},
-    FamilyRules{"Kj", {"KJ"}, {{"BIDI", "PULL:UP", "", "lvc330axxxnaaaaaaaio"},
-        {"BIDI", "CLAMP:ON PULL:UP", "", "lvc330axxxcaaaaaaaio"}}},
-    FamilyRules{"Hzu", {"HZU"}, {{"OUT", "DRIVE:8mA", "", "lvc330a080aaaaaaaaio"},
-        {"BIDI", "PULL:FAILSAFE_UP", "", "lvc330axxxzaaaaaaaio"}, {"BIDI", "IMP:50", "1", "lvc330axxxa5aaaaaaio"},
-        {"IN", "IMP:50", "9", "lvc330axxxa5aaaaaain"}}},
-    // The bank's supply gives "in" and "od" keys their impedance; "io" and "ou" keys carry "a".
-    FamilyRules{"Hzu2Hzu3", {"HZU2", "HZU3"}, {{"BIDI", "PULL:FAILSAFE_UP", "3", "lvc330axxxuaaaaaaaio"},
-        {"IN", "", "1", "lvc330axxxahaaaaaain"}, {"IN", "IMP:50", "2", "lvc330axxxagaaaaaain"},
-        {"BIDI", "OPENDRAIN:ON", "1", "lvc330axxxahaaaaaaod"}, {"BIDI", "IMP:50", "1", "lvc330axxxaaaaaaaaio"},
-        {"OUT", "IMP:50", "1", "lvc330axxxaaaaaaaaou"}, {"", "IMP:50", "1", "lvc330axxxaaaaaaaaio"},
-        {"IN", "IMP:50", "3", "lvc330axxxa5aaaaaain"}}},
-    FamilyRules{"AnyOther", {"KVTN", "KVA4X", ""}, {{"BIDI", "PULL:FAILSAFE_UP", "", "lvc330axxxzaaaaaaaio"},
-        {"BIDI", "PULL:KEEPER", "", "lvc330axxxkaaaaaaaio"}, {"IN", "CLAMP:ON", "", "lvc330axxxcaaaaaaain"},
-        {"BIDI", "IO_TYPE:HYPT IMP:50", "9", "hyp250axxxa5aaaaaaio"}}}),
-    [](testing::TestParamInfo<FamilyRules> const& info) { return std::string(info.param.name); });
-
 TEST_F(Walk, FastSlewOfLvdsAndPciByFamily)
 {
     std::tuple<char const*, char const*, char const*, char> const cases[] = {
@@ -182,89 +139,10 @@ TEST_F(Walk, VoltageFieldOfTheIoType)
         EXPECT_EQ(keyOf(family, "BIDI", std::string("IO_TYPE:") + type).find(head), 0u) << type << " on " << family;
 }
 
-TEST_F(Walk, EachAttributeWritesItsField)
-{
-    for (auto const& [key, code] : std::vector<std::pair<std::string, std::string>>{
-             {"MIPI", "M"}, {"TERMVCC", "V"}, {"TERMINATION", "T"}, {"TERMGND", "G"}, {"TERMVTT", "W"}, {"VCMT", "C"},
-             {"MULTDRIVE", "U"}, {"VREF", "zzzzzzzzzzzzzzzzzzzz"}})
-        model._devIoMaps[key]["ON"] = code;
-    model._devIoMaps["VCMT"].insert({{"DDR-2", "m"}, {"DDR_II", "w"}});
-    model._devIoMaps["DIFFRES"] = {{"100", "R"}}, model._devIoMaps["DIFFRESISTOR"] = {{"100", "S"}};
-    model._devIoMaps["DIFFCUR"] = {{"3.5", "I"}}, model._devIoMaps["DIFFDRIVE"] = {{"3.5", "D"}};
-    model._devIoMaps["DRIVE"]["9mA"] = "0909";
-    expectKeys({"KVA3"}, {
-        {"BIDI", "IMP:50 MIPI:ON TERMGND:ON TERMVTT:ON VCMT:ON DIFFRES:100 DIFFCUR:3.5 VREF:ON", "", "lvc330axxxa5MGWCRIio"},
-        {"BIDI", "TERMVCC:ON MULTDRIVE:ON DIFFRESISTOR:100 DIFFDRIVE:3.5", "", "lvc330axxxaaVaaUSDio"},
-        // Attributes of one field: the later wins. VCMT's "DDR_II" is looked up as "DDR-2".
-        {"BIDI", "TERMVCC:ON TERMINATION:ON DIFFCUR:3.5 DIFFDRIVE:3.5", "", "lvc330axxxaaTaaaaDio"},
-        {"BIDI", "TERMINATION:ON MIPI:ON MULTDRIVE:ON VCMT:ON", "", "lvc330axxxaaMaaCaaio"},
-        {"BIDI", "VCMT:DDR_II", "", "lvc330axxxaaaaamaaio"},
-        // Values without a row, attributes without a table, other case: the default stays.
-        {"BIDI", "IMP:75 SLEW:fast DRIVE:8MA FOO:BAR TERMGND:on", "", "lvc330axxxaaaaaaaaio"},
-        // A four-character drive code reaches the pull position; the pull code comes last.
-        {"BIDI", "PULL:UP DRIVE:9mA", "", "lvc330a090uaaaaaaaio"}, {"BIDI", "DRIVE:9mA", "", "lvc330a0909aaaaaaaio"},
-        // Pull, clamp and Schmitt settings join into one pull value, in report order.
-        {"BIDI", "PULL:UP PULLMODE:DOWN", "", "lvc330axxxjaaaaaaaio"}, {"BIDI", "PULL:UP CLAMP:ON", "", "lvc330axxxqaaaaaaaio"},
-        {"BIDI", "PULL:UP SCHMITT_TRIGGER:ON", "", "lvc330axxxtaaaaaaaio"}, {"BIDI", "PCICLAMP:ON", "", "lvc330axxxpaaaaaaaio"},
-        {"BIDI", "SCHMITT_TRIGGER:ON PULL:UP", "", "lvc330axxxvaaaaaaaio"}, {"BIDI", "PULL:NONE CLAMP:ON", "", "lvc330axxxcaaaaaaaio"},
-        {"BIDI", "CLAMP:OFF PCICLAMP:OFF SCHMITT_TRIGGER:OFF", "", "lvc330axxxaaaaaaaaio"}});
-    // The database flow uses SLEWRATE and PULLMODE.
-    IBIS_MODEL::_is_ncd_flow = true;
-    expectKeys({"KVA3"}, {{"BIDI", "PULL:UP", "", "lvc330axxxaaaaaaaaio"}});
-    model._devIoMaps["PULLMODE"] = {{"UP", "u"}}, model._devIoMaps["SLEWRATE"] = {{"FAST", "r"}};
-    expectKeys({"KVA3"}, {{"BIDI", "PULL:UP SLEWRATE:FAST", "", "lvc330rxxxuaaaaaaaio"},
-                          {"BIDI", "IO_TYPE:LVDS25 SLEWRATE:FAST", "", "lvd250fxxxaaaaaaaaio"}});
-}
-
-TEST_F(Walk, DirectionOfTheSignal)
-{
-    expectKeys({"KVA3"}, {{"IN", "~", "", "lvc250axxxaaaaaaaain"}, {"OUT", "~", "", "lvc250axxxaaaaaaaaou"},
-                          {"BIDI", "", "", "lvc330axxxaaaaaaaaio"}, {"", "", "", "lvc330axxxaaaaaaaaio"},
-                          {"BIDI", "OPENDRAIN:OFF", "", "lvc330axxxaaaaaaaaio"}, {"BIDI", "OPENDRAIN:on", "", "lvc330axxxaaaaaaaaio"}});
-    EXPECT_STREQ(signal->type, "BIDI");
-    for (std::string value : {"OPENDRAIN:ON", "OPENDRAIN:PLUS"}) {
-        expectKeys({"KVA3"}, {{"BIDI", value.c_str(), "", "lvc330axxxaaaaaaaaod"}, {"OUT", value.c_str(), "", "lvc330axxxaaaaaaaaod"},
-                              // An input keeps "in", while its record says open drain from now on.
-                              {"IN", value.c_str(), "", "lvc330axxxaaaaaaaain"}});
-        EXPECT_STREQ(signal->type, "OD") << value;
-        EXPECT_EQ(signal->configs.size(), 2u) << "the record's own attributes stay as they are";
-    }
-    // Each signal starts from the key template.
-    run({sig("first", "BIDI", "IO_TYPE:LVDS25 SLEW:FAST PULL:UP DRIVE:8mA OPENDRAIN:ON"), sig("second", "BIDI", "")});
-    EXPECT_EQ(out, "WARNING: Ibis Model \"lvd250f080uaaaaaaaod\" for the signal \"first\" is not available.\n"
-                   "WARNING: Ibis Model \"lvc330axxxaaaaaaaaio\" for the signal \"second\" is not available.\n");
-}
-
 std::string const inKey = "lvc330axxxaaaaaaaain", ioKey = "lvc330axxxaaaaaaaaio", ouKey = "lvc330axxxaaaaaaaaou";
 std::string const created = "Created Design Models.\n";
 std::string missing(std::string const& key, std::string const& name)
 { return "WARNING: Ibis Model \"" + key + "\" for the signal \"" + name + "\" is not available.\n"; }
-
-TEST_F(Walk, InputWithoutItsModelFallsBackOnTheBidirectionalOne)
-{
-    auto fallback = [](std::string in, std::string io) {
-        return "WARNING: Input model \"" + in + "\" for signal \"rx\" is not available.\nSetting to \"" + io + "\" Available IBIS model.\n";
-    };
-    std::string const inBank = "lvc330axxxahaaaaaain", ioBank = "lvc330axxxahaaaaaaio";
-    std::tuple<char const*, std::set<std::string>, std::string, std::string> const cases[] = {
-        {"KVA3", {inKey, ioKey}, created, inKey}, {"KVA3", {ioKey}, fallback(inKey, ioKey) + created, ioKey},
-        {"KVA3", {ouKey, "lvc330axxxaaaaaaaaod"}, missing(inKey, "rx"), ""},
-        // The fallback is tested with the bank's impedance; the reset of "io" keys makes the key accepted.
-        {"HZU2", {ioBank}, fallback(inBank, ioBank) + missing(ioKey, "rx"), ""},
-        {"HZU2", {ioBank, ioKey}, fallback(inBank, ioBank) + created, ioKey}, {"HZU2", {inBank}, created, inBank},
-    };
-    for (auto const& [family, available, text, accepted] : cases) {
-        model._family = family;
-        model._availableModels = available;
-        model._designModels.clear();
-        model._missingModelCount = 0;
-        run({sig("rx", "IN", "", "1")});
-        EXPECT_EQ(out, text) << family << " " << testing::PrintToString(available);
-        EXPECT_STREQ(model._iobufs[0]->model, accepted.c_str());
-        EXPECT_EQ(model._designModels, accepted.empty() ? std::set<std::string>{} : std::set<std::string>{accepted});
-        EXPECT_EQ(model._missingModelCount, accepted.empty() ? 1 : 0);
-    }
-}
 
 TEST_F(Walk, AcceptanceBookkeeping)
 {
