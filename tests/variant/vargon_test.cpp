@@ -224,7 +224,7 @@ TEST_F(Walk, KeyFieldsFromTheAttributesAndTheDirectionFromThePortType)
         {"BIDI", "IO_TYPE:PCI33 PULL:UP PCICLAMP:ON", "pci330axxxcaaaaaaaio"}, {"IN", "", "lvc250axxxaaaaaaaain"},
         {"BIDI", "IO_TYPE:PCI33 PULL:NONE PCICLAMP:ON", "pci330axxxpaaaaaaaio"},
         {"BIDI", "IO_TYPE:PCI33 PULL:NONE", "pci330axxxnaaaaaaaio"},
-        {"BIDI", "IO_TYPE:LVCMOS33 PCICLAMP:OFF OPENDRAIN:ON", "lvc330axxxaaaaaaaaod"},
+        {"BIDI", "IO_TYPE:PCI33 PULL:UP PCICLAMP:OFF", "pci330axxxuaaaaaaaio"},
         {"BIDI", "IO_TYPE:SSTL18_II VCMT:DDR_II TERMVTT:150", "ss2180axxxaaaafdaaio"},
         {"OUT", "IO_TYPE:LVDS SLEW:FAST", "lvd250axxxaaaaaaaaou"}, {"OUT", "SLEW:FAST IO_TYPE:LVDS25", "lvd250fxxxaaaaaaaaou"},
         {"OUT", "IO_TYPE:LVCMOS33 SLEW:FAST", "lvc330fxxxaaaaaaaaou"},
