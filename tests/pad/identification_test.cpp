@@ -1,5 +1,4 @@
-// Which device a pad report is for (family, reduced part name with its NUL), the file names
-// of a run, the device status line of the master file, and the family rules kept beside.
+// Which family a pad report's device belongs to, and the file names of a run.
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
-// The reading of a pad report line by line, and its tables: the pin table (one signal record a
-// row, the attribute cell chosen by the column count, the listing), the bank table and the pin
-// number table.
+// Pad report tables whose quirks whole runs do not reach: the true differential note of the
+// pin table and the bank table's row pattern.
 
 #include <gtest/gtest.h>
 
@@ -27,17 +26,6 @@ protected:
         model.openPad(text);
         char heading[] = "PINOUT BY PORT NAME:";
         return ts::captureStdout([&] { model.setPinInfo(heading); model.loadPinInfo(heading); });
-    }
-    // "name pin/bank type KEY=VALUE ..."
-    std::vector<S> signals()
-    {
-        std::vector<S> out;
-        for (IB_IOBUF* io : model._iobufs) {
-            out.push_back(S(io->name) + " " + io->site + "/" + io->bank + " " + io->type);
-            for (IB_IOBUF_CONFIG* c : io->configs)
-                out.back() += " " + c->key + "=" + c->value;
-        }
-        return out;
     }
 
     ts::ProbeModel model;

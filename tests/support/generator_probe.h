@@ -42,7 +42,6 @@ public:
     }
     std::string const& dir() const { return _dir.path(); }
 
-    using IBIS_MODEL::readNamingTable;
     using IBIS_MODEL::storeDriveTable;
 
 private:

@@ -117,30 +117,17 @@ RunResult runProgram(std::vector<std::string> const& args, std::string const& cw
         for (std::string& arg : copies)
             argv.push_back(&arg[0]);
         argv.push_back(nullptr);
+        // A run that does not end within a minute is a hang: the alarm ends it.
+        alarm(60);
         execv(program.c_str(), argv.data());
         _exit(127);
     }
-    // A run that does not end within a minute is a hang: it is killed and
-    // reported as such.
     int status = 0;
-    bool hung = false;
-    for (int waited = 0;; ++waited) {
-        pid_t done = waitpid(pid, &status, WNOHANG);
-        if (done == pid)
-            break;
-        if (done < 0 && errno != EINTR)
-            break;
-        if (waited >= 60000) {
-            kill(pid, SIGKILL);
-            waitpid(pid, &status, 0);
-            hung = true;
-            break;
-        }
-        usleep(1000);
+    while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
     }
     RunResult result;
-    result.exitCode = hung ? kRunHung
-                           : WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    bool const hung = WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM;
+    result.exitCode = hung ? kRunHung : WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     result.out = readFile(outPath);
     result.err = readFile(errPath);
     return result;
