@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 
 #include "driver/basibsgen.h"
 #include "support/generator_probe.h"
@@ -13,26 +12,9 @@ namespace {
 using S = std::string;
 using Map = std::map<S, S>;
 
-S const row = "| led | A1/0 | LVCMOS33_OUT | PA1 | DRIVE:8mA |";
-
-class PinTable : public testing::Test {
-protected:
-    void SetUp() override { ts::resetGeneratorStatics(); }
-
-    // Reads a pin table whose heading line was just read; returns the standard output.
-    S read(S const& text, char const* family = "KVA3")
-    {
-        model._family = family;
-        model.openPad(text);
-        char heading[] = "PINOUT BY PORT NAME:";
-        return ts::captureStdout([&] { model.setPinInfo(heading); model.loadPinInfo(heading); });
-    }
-
-    ts::ProbeModel model;
-};
-
-TEST_F(PinTable, TrueDifferentialNoteOnKvtnOnceARun)
+TEST(PinTable, TrueDifferentialNoteOnKvtnOnceARun)
 {
+    ts::resetGeneratorStatics();
     S const note = "\nNote: The IBIS models for True Differential have a known issue in the IBIS data. Please "
                    "use TN HSPICE models instead to run simulation.\n";
     // The port type selects the list; the last IO_TYPE attribute decides.
@@ -44,9 +26,11 @@ TEST_F(PinTable, TrueDifferentialNoteOnKvtnOnceARun)
         {"KVTN", "| b | A2/0 | BLVDS25_BIDI | x | |\n", true},
         {"KVTN", "| o | A1/0 | LVCMOS33_OUT | x | IO_TYPE:RSDS |\n", true}};
     for (auto const& c : cases) {
-        model._iobufs.clear();
-        model._pinTableColumns = 0;
-        S out = read("+-+\n| a | b | c | d | e |\n+-+\n" + c.rows + "+-+\n", c.family);
+        ts::ProbeModel model;
+        model._family = c.family;
+        model.openPad("+-+\n| a | b | c | d | e |\n+-+\n" + c.rows + "+-+\n");
+        char heading[] = "PINOUT BY PORT NAME:";
+        S out = ts::captureStdout([&] { model.setPinInfo(heading), model.loadPinInfo(heading); });
         S::size_type at = out.find("Note:");
         EXPECT_EQ(at != S::npos, c.note) << c.rows;
         EXPECT_EQ(at, out.rfind("Note:")) << c.rows;

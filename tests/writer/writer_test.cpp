@@ -54,33 +54,21 @@ TEST(Banner, GeneratorLineFollowsTheVersionText)
 
 // writeIbisModels in a directory of its own, with a master holding a
 // package, one pin and one model, and the companion chip's file beside it.
-class Frame : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        ts::resetGeneratorStatics();
-        cwd = wt::realPath(work.path());
-        probe._packageName = "CABGA256";
-        probe.setMaster("[IBIS Ver] 5.0\n[Component]     ZU2-40E\n[Package]\n|CABGA256\nR_pkg 0.2 0.1 0.3\n|\n"
-                        "[Pin]  signal_name  model_name\n|\n[Model]  m_out\nModel_type  Output\n| End [Model] m_out\n");
-        probe.put("k_btn.ibs", "[IBIS Ver] 5.0\n");
-    }
-    void TearDown() override { ts::resetGeneratorStatics(); }
-
-    void dies(std::string const& design, int btnCount, int code, std::string const& message)
-    {
-        IBIS_MODEL::_input_dev_name = "KVA3-40E-6BG256C";
+TEST(Frame, FatalPaths)
+{
+    ts::resetGeneratorStatics();
+    ts::TempDir work;
+    std::string const cwd = wt::realPath(work.path());
+    wt::DesignProbe probe;
+    probe._packageName = "CABGA256";
+    probe.setMaster("[IBIS Ver] 5.0\n[Component]     ZU2-40E\n[Package]\n|CABGA256\nR_pkg 0.2 0.1 0.3\n|\n"
+                    "[Pin]  signal_name  model_name\n|\n[Model]  m_out\nModel_type  Output\n| End [Model] m_out\n");
+    probe.put("k_btn.ibs", "[IBIS Ver] 5.0\n");
+    IBIS_MODEL::_input_dev_name = "KVA3-40E-6BG256C";
+    auto dies = [&](std::string const& design, int btnCount, int code, std::string const& message) {
         probe._designIbisFile = design;
         WT_EXPECT_DIES((ts::ScopedCwd(work.path()), probe.writeIbisModels(btnCount)), code, message);
-    }
-
-    ts::TempDir work;
-    std::string cwd;
-    wt::DesignProbe probe;
-};
-
-TEST_F(Frame, FatalPaths)
-{
+    };
     ASSERT_EQ(symlink("no/such/place", work.file("IBIS").c_str()), 0);
     dies("board.ibs", 0, 2, "ERROR: Failed to create subdirectory '" + cwd + "/IBIS'.\n");
     ASSERT_EQ(unlink(work.file("IBIS").c_str()), 0);
@@ -108,6 +96,7 @@ TEST_F(Frame, FatalPaths)
     EXPECT_EQ(ts::readFile(cwd + "/IBIS/lost.ibs"), "");
     WT_EXPECT_DIES(probe.writeModelInfo("m1"), 1, missing);
     WT_EXPECT_DIES(probe.writeDiffPinSection(), 1, missing);
+    ts::resetGeneratorStatics();
 }
 
 // Two malformed masters fail with an out-of-range error that nothing may
