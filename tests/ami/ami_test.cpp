@@ -5,14 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <climits>
 #include <cstdio>
+#include <filesystem>
 #include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include <dirent.h>
 #include <unistd.h>
 #include <sys/stat.h>
 
@@ -67,12 +66,9 @@ std::string data(std::string const& name) { return ts::readFile(ts::sourcePath("
 Names listDir(std::string const& path)
 {
     Names names;
-    if (DIR* dir = opendir(path.c_str())) {
-        while (dirent* entry = readdir(dir))
-            if (entry->d_name[0] != '.')
-                names.push_back(entry->d_name);
-        closedir(dir);
-    }
+    std::error_code none;
+    for (auto const& entry : std::filesystem::directory_iterator(path, none))
+        names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -80,11 +76,10 @@ Names listDir(std::string const& path)
 // What the run prints of each file it writes into the ibis_ami directory below run.
 std::string progress(std::string const& run, std::vector<std::pair<char const*, std::string>> const& files)
 {
-    char real[PATH_MAX];
     std::string text = "\n";
     for (auto const& file : files)
-        text += std::string("Generating ") + file.first + "\"" + realpath(run.c_str(), real) + "/ibis_ami/" +
-                file.second + "\"\n";
+        text += std::string("Generating ") + file.first + "\"" + std::filesystem::canonical(run).string() +
+                "/ibis_ami/" + file.second + "\"\n";
     return text;
 }
 
@@ -193,8 +188,7 @@ TEST_F(AmiProgram, ChannelsFileErrorsNameTheLineAndWriteNothing)
 
 TEST_F(AmiProgram, ADirectoryOrCopyThatCannotBeMadeEndsTheRun)
 {
-    char real[PATH_MAX];
-    std::string const out = std::string(realpath(run.c_str(), real)) + "/ibis_ami";
+    std::string const out = std::filesystem::canonical(run).string() + "/ibis_ami";
     // A dangling link: nothing exists there, and nothing can be made.
     ASSERT_EQ(::symlink("nowhere", out.c_str()), 0);
     ts::RunResult r = ami();

@@ -1,5 +1,5 @@
 // The reporting convention: fallback text on standard output without a message flow, posted by
-// id with its arguments on standard error with one; a fatal report then ends the run.
+// id with its arguments on standard error with one.
 
 #include <gtest/gtest.h>
 
@@ -73,13 +73,6 @@ TEST(Messages, FallbackTextsAndPostsWithTheirArguments)
         EXPECT_EQ(report(c.m, c.args, 1), posted + "\n");
     }
     EXPECT_EQ(report(IBS_MSG_1017, {}, 2), "Created Design Models.\n") << "only flow 1 posts";
-}
-
-TEST(Messages, AFatalReportEndsTheRunInBothModes)
-{
-    EXPECT_EXIT((ts::stdoutToStderr(), ibsFatal(IBS_MSG_1015, {"gone.ibs"})), testing::ExitedWithCode(1),
-                "^Error opening file: gone.ibs\n$");
-    EXPECT_EXIT((UT_MSGMAN::m_msgFlow = 1, ibsFatal(IBS_MSG_1003)), testing::ExitedWithCode(2), "^padmodel-1003\n$");
 }
 
 } // namespace
