@@ -64,7 +64,7 @@ protected:
     {
         model._family = family;
         model._availableModels.clear();
-        run({signal = sig("sig", type, attrs, bank)});
+        run({sig("sig", type, attrs, bank)});
         std::string::size_type at = out.find("WARNING: Ibis Model \"");
         return at == std::string::npos ? out : out.substr(at + 21, 20);
     }
@@ -77,7 +77,6 @@ protected:
     }
 
     ts::ProbeModel model;
-    IB_IOBUF* signal = nullptr;
     std::string out; // what the last run printed
 };
 

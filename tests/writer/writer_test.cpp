@@ -23,19 +23,16 @@ TEST(Banner, GeneratorLineFollowsTheVersionText)
     std::string const indent = "\n|                        ";
     std::string const v47 = "2026.2.0.118 Patch 2 for the Corvane suite, x64";
     std::string const v48 = "2026.2.0.118 build 7 for the Corvane suite, x64.";
-    std::string const lower = "2026.2.0.118 Corvane Design Suite for Linux hosts patch 3";
-    std::string const first = "Patch 7 for 2026.2.0.118 Corvane Design Suite on Linux";
     ASSERT_EQ(v47.size(), 47u);
     ASSERT_EQ(v48.size(), 48u);
-    struct Case {
-        std::string version, lines; // version "": the host has none
-    } const cases[] = {
+    std::pair<std::string, std::string> const cases[] = { // version "": the host has none
         {"", "| Corvane IBIS Models Generator\n"},
         {"test", g + " Corvane test\n"},
         {v47, g + " Corvane " + v47 + "\n"},
         {v48, g + "\n| " + v48 + "\n"},
-        {lower, g + "\n| " + lower + "\n"},
-        {first, g + "\n| " + first + "\n"},
+        {"2026.2.0.118 Corvane Design Suite for Linux hosts patch 3",
+         g + "\n| 2026.2.0.118 Corvane Design Suite for Linux hosts patch 3\n"},
+        {"Patch 7 for 2026.2.0.118 Corvane Design Suite on Linux", g + "\n| Patch 7 for 2026.2.0.118 Corvane Design Suite on Linux\n"},
         // Further on, "Patch" starts a second line; the character ahead of
         // it stands on neither.
         {"2026.2.0.118 Corvane Design Suite for Linux hosts_Patch 3 rev 2",
@@ -43,12 +40,12 @@ TEST(Banner, GeneratorLineFollowsTheVersionText)
         {"xPatch 12 of the 2026.2.0.118 Corvane Design Suite, Linux",
          g + " Corvane " + indent + "Patch 12 of the 2026.2.0.118 Corvane Design Suite, Linux\n"},
     };
-    for (Case const& c : cases) {
-        setenv("PAD2IBIS_VERSION_TEXT", c.version.c_str(), 1);
+    for (auto const& [version, lines] : cases) {
+        setenv("PAD2IBIS_VERSION_TEXT", version.c_str(), 1);
         wt::DesignProbe probe;
         probe.openDesign();
         probe.writeIbisHeaderInformations();
-        EXPECT_EQ(probe.design(), wt::separator + c.lines + "| Generate date: Tue Nov 14 22:13:20 2023\n");
+        EXPECT_EQ(probe.design(), wt::separator + lines + "| Generate date: Tue Nov 14 22:13:20 2023\n");
     }
 }
 
@@ -120,9 +117,7 @@ TEST(Sections, OutOfRangeEndsTheProcess)
 
 TEST(SideFiles, PackageModelFileIsNamedAfterMasterDeviceAndPackage)
 {
-    struct Case {
-        char const *device, *package, *pinCount, *master, *file;
-    } const cases[] = {
+    struct { char const *device, *package, *pinCount, *master, *file; } const cases[] = {
         {"KVA3-40E-6BG256C", "CABGA256", "", "kx3_master", "kx3_master_6bg256c_bg.pkg"},
         {"KVA3-40E-6BG256C", "csbga132", "256", "KX3_Master", "kx3_master_6bg256c_bg256.pkg"},
         {"KRDH21", "CSMG100", "", "kx3_master", "kx3_master_mg.pkg"},
@@ -130,7 +125,7 @@ TEST(SideFiles, PackageModelFileIsNamedAfterMasterDeviceAndPackage)
         {"KVA3-40E-6BG256C", "caBgA256", "", "kx3_master", "kx3_master_6bg256c.pkg"},
         {"KVA3-40E-6BG256C", "TQFP144", "", "kx3_master", "kx3_master_6bg256c.pkg"},
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         IBIS_MODEL::_input_dev_name = c.device;
         wt::DesignProbe probe;
         ts::TempDir out;
