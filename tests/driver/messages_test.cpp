@@ -39,8 +39,6 @@ TEST(Messages, FallbackTextsAndPostsWithTheirArguments)
         {IBS_MSG_1012, "1012", {"m.ib"}, "ERROR: Ibis file m.ib should have .ibs extension.\n"},
         {IBS_MSG_1014, "1014", {"d.txt"}, "ERROR: report file d.txt should have .pad extension.\n"},
         {IBS_MSG_1016, "1016", {"d.pad"}, "Failed to load Iobuf information from the pad file d.pad.\n"},
-        {IBS_MSG_1019, "1019", {}, "\nNote: The IBIS models for True Differential have a known issue in the IBIS data. "
-                           "Please use TN HSPICE models instead to run simulation.\n"},
         {IBS_MSG_1022, "1022", {"DRIVE"}, "DRIVE \n"},
         {IBS_MSG_1023, "1023", {"8mA", "080"}, "8mA 080\n"},
         {IBS_MSG_1034, "1034", {"/w/IBIS"}, "ERROR: Failed to create subdirectory '/w/IBIS'.\n"},

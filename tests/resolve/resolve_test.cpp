@@ -43,9 +43,6 @@ protected:
                                        {"SLVS", "slv"}, {"SUBLVDS", "sub"}, {"MIPI", "mip"}, {"MIPI_LP", "mlp"}};
         // FAST has a code of its own, told from the fast rule's "f" and "a".
         model._devIoMaps["SLEW"] = {{"SLOW", "s"}, {"FAST", "r"}};
-        model._devIoMaps["PULL"] = {{"NONE", "n"}, {"UP", "u"}, {"DOWN", "d"}, {"BUSHOLD", "b"}, {"KEEPER", "k"}, {"CLAMP", "c"},
-                                    {"PCICLAMP", "p"}, {"UP_CLAMP", "q"}, {"UP_SCHMITT", "t"}, {"SCHMITTUP", "v"},
-                                    {"UPDOWN", "j"}, {"FAILSAFE_UP", "z"}};
         model._devIoMaps["IMP"] = {{"50", "5"}, {"1.8", "h"}, {"3.3", "g"}};
         model._bankVccio = {{"1", "1.8"}, {"2", "3.3"}, {"3", "2.5"}};
     }

@@ -13,8 +13,6 @@ namespace ts {
 // writer can be driven by itself on text written for the test.
 class ProbeModel : public IBIS_MODEL {
 public:
-    ProbeModel() : IBIS_MODEL() {}
-
     // Writes text to a file of the probe's own directory and returns its path.
     std::string put(std::string const& name, std::string const& text)
     {
