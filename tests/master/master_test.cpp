@@ -186,7 +186,7 @@ TEST(Master, ComponentTablesAndModelsOfTheMaster)
     std::string const pins = "[pin]  signal_name  model_name            R_pin\n"
                              "A1     IO_A1p       lvc330a080aaaaaaaaio  0.05\nA2     IO_A1n       lvc330a080aaaaaaaaio\n"
                              "B1     IO_B1p       lvd250faaaaaaaaaaaio\nB2     IO_B2p       lvd250faaaaaaaaaaaio\n"
-                             "C1     IO_C1P       hs1150axxxaaaaaaaain\nC2     VCCIO\n\n"
+                             "C1     IO_C1P       hs1150axxxaaaaaaaain\nC2     VCCIO\n\n7      IO_7p        pin7\n"
                              "D1     IO_D1p       odr250a080aaaaaaaaod\t\nE1     IO_E1        SSTL18axxxAAAAAAAAio\n"
                              "| end of the pin list\nF1     IO_F1p       late25axxxaaaaaaaaio\n"
                              "[Pin]  signal_name  model_name\nG1     IO_G1p       more25axxxaaaaaaaaio\n|\n";
@@ -203,9 +203,9 @@ TEST(Master, ComponentTablesAndModelsOfTheMaster)
     EXPECT_EQ(model._devIoMaps, (Maps{{"IO_TYPE", {{"LVCMOS", "lvc"}}}, {"SLEW", {{"FAST", "f"}}}, {"PULL", {{"NONE", "n"}}}}));
     // Only the first pin list counts, to its first comment line; the true side ("p") names the master pin.
     EXPECT_EQ(model._availableModels, (std::set<std::string>{"SSTL18axxxAAAAAAAAio", "hs1150axxxaaaaaaaain", "lvc330a080aaaaaaaaio",
-                                                             "lvd250faaaaaaaaaaaio", "odr250a080aaaaaaaaod"}));
-    EXPECT_EQ(model._modelPinMap,
-              (Table{{"lvc330a080aaaaaaaaio", "A1"}, {"lvd250faaaaaaaaaaaio", "B2"}, {"odr250a080aaaaaaaaod", "D1"}}));
+                                                             "lvd250faaaaaaaaaaaio", "odr250a080aaaaaaaaod", "pin7"}));
+    EXPECT_EQ(model._modelPinMap, (Table{{"lvc330a080aaaaaaaaio", "A1"}, {"lvd250faaaaaaaaaaaio", "B2"},
+                                         {"odr250a080aaaaaaaaod", "D1"}, {"pin7", "7"}}));
     EXPECT_FALSE(model._masterStream.is_open());
     EXPECT_TRUE(model._masterStream.good()) << "the next pass must be able to reopen it";
     // No models: a failed load.
