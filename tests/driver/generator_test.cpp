@@ -27,7 +27,7 @@ std::ptrdiff_t slotOf(MemberFn fn)
     return static_cast<std::ptrdiff_t>((rep.ptr - 1) / sizeof(void*));
 }
 
-TEST(ClassFrame, VirtualSlotsInOrder)
+TEST(ClassFrame, VirtualSlotsAndMembersInDeclaredOrder)
 {
     using M = IBIS_MODEL;
     using G = IBS_GEN;
@@ -48,11 +48,8 @@ TEST(ClassFrame, VirtualSlotsInOrder)
         slotOf(static_cast<bool (G::*)()>(&G::loadIos))};
     EXPECT_EQ(slots, (std::vector<std::ptrdiff_t>{0, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15,
                                                   16, 17, 18, 19, 20, 21, 22, 23, 3, 4}));
-}
 
-TEST(ClassFrame, MembersInDeclaredOrderDefaultBuiltEmpty)
-{
-    IBS_GEN g;
+    G g;
     auto at = [](auto const& member) { return reinterpret_cast<char const*>(&member); };
     char const* const members[] = {
         at(g._missingModelCount), at(g._keyFieldPresent), at(g._modelKeyTemplate), at(g._masterIbisFile),
@@ -65,14 +62,6 @@ TEST(ClassFrame, MembersInDeclaredOrderDefaultBuiltEmpty)
         at(g._designBaseName)};
     for (size_t i = 1; i < sizeof members / sizeof members[0]; ++i)
         EXPECT_LT(members[i - 1], members[i]) << "member " << i;
-
-    EXPECT_TRUE(g._missingModelCount == 0 && !g._pinTablePending && g._pinTableColumns == 0 && g._design == nullptr);
-    EXPECT_STREQ(g._modelKeyTemplate, "");
-    for (bool flag : g._keyFieldPresent)
-        EXPECT_FALSE(flag);
-    EXPECT_TRUE(g._devIoMaps.empty() && g._pullmodeIotypes.empty());
-    for (auto const& c : {std::pair<int, char const*>{1, "IN"}, {2, "OUT"}, {0, "BIDI"}, {3, "BIDI"}, {7, "BIDI"}})
-        EXPECT_STREQ(g.get_dir_name(static_cast<CM_PAD_DIRECTION_TYPE>(c.first)), c.second) << c.first;
 }
 
 class GeneratorSetup : public testing::Test {
@@ -95,13 +84,13 @@ TEST_F(GeneratorSetup, DriveTableFollowsThePartNameFragments)
     auto with = [&](Map const& extra) { Map table = base; table.insert(extra.begin(), extra.end()); return table; };
     // "KVA3-40E" reduces to "A3": 10mA. HZU and KRD names keep their prefix: 14mA, and 24mA for
     // HZU2 and KRDH2. HZU3 gives 24mA only behind the start. The search sees behind the NUL:
-    // "KVA3-A4X" reduces to "A3" and its "A4" still adds 24mA.
+    // "KVA3-A4X" reduces to "A3" and its "A4" still adds 24mA. A KVA4 name holds but the plain "A".
     std::pair<char const*, Map> const cases[] = {
         {"KVA3-40E-6BG256C", with({{"10mA", "100"}})}, {"HZU2-4000HC", with({{"24mA", "240"}, {"14mA", "140"}})},
         {"KRDH21-100", with({{"24mA", "240"}, {"14mA", "140"}})}, {"KRDH10-100", with({{"14mA", "140"}})},
         {"KVZR-12", base}, {"HZU3-100", with({{"14mA", "140"}})},
         {"XHZU3-100", with({{"24mA", "240"}, {"14mA", "140"}})},
-        {"KVA3-A4X", with({{"10mA", "100"}, {"24mA", "240"}})}};
+        {"KVA3-A4X", with({{"10mA", "100"}, {"24mA", "240"}})}, {"KVA4-25F", with({{"24mA", "240"}})}};
     for (auto const& c : cases)
         EXPECT_EQ(construct(c.first)->_devIoMaps["DRIVE"], c.second) << c.first;
 }
@@ -114,8 +103,6 @@ TEST_F(GeneratorSetup, TemplateAndFlagsOnlyForAKnownPart)
     for (int position = 0; position < 21; ++position)
         EXPECT_EQ(model->_keyFieldPresent[position], position == 7 || position == 18 || position == 19) << position;
     EXPECT_EQ(model->_pullmodeIotypes, (std::set<S>{"AGP", "LVCMOS", "LVTTL", "PCI"}));
-    EXPECT_EQ(model->_missingModelCount, 0);
-    EXPECT_EQ(model->_family, "KVA3");
 
     model = construct("XYZ-100");
     EXPECT_EQ(model->_devIoMaps.count("DRIVE"), 0u);
@@ -145,7 +132,6 @@ TEST_F(GeneratorSetup, InitReadsTheDatabaseInOrderWithANumericDriveTable)
     RecordingGen gen;
     gen.init("KVA3", &design, "work/design.udb", "lib/kva3.ibs");
     EXPECT_EQ(gen.calls, "part;pin;bank;diff;sysconfig;dphy;");
-    EXPECT_EQ(gen._design, &design);
     EXPECT_EQ(gen._packageName, "CABGA256");
     EXPECT_EQ(gen._packagePinCount, "256");
     EXPECT_EQ(gen._designIbisFile, "work/design.ibs");
@@ -156,7 +142,6 @@ TEST_F(GeneratorSetup, InitReadsTheDatabaseInOrderWithANumericDriveTable)
     EXPECT_EQ(drive.count("1") + drive.count("25"), 0u);
     EXPECT_STREQ(gen._modelKeyTemplate, "lvc250axxxaaaaaaaaio");
     EXPECT_TRUE(gen._keyFieldPresent[7] && gen._keyFieldPresent[18] && gen._keyFieldPresent[19]);
-    EXPECT_EQ(gen._pullmodeIotypes.size(), 4u);
 
     IBS_GEN plain; // its own setPartType reduces the device name, NUL and all
     plain._design = &design;

@@ -186,7 +186,7 @@ TEST(Master, ComponentTablesAndModelsOfTheMaster)
     std::string const pins = "[pin]  signal_name  model_name            R_pin\n"
                              "A1     IO_A1p       lvc330a080aaaaaaaaio  0.05\nA2     IO_A1n       lvc330a080aaaaaaaaio\n"
                              "B1     IO_B1p       lvd250faaaaaaaaaaaio\nB2     IO_B2p       lvd250faaaaaaaaaaaio\n"
-                             "C1     IO_C1P       hs1150axxxaaaaaaaain\nC2     VCCIO\n\n"
+                             "C1     IO_C1P       hs1150axxxaaaaaaaain\nC2     VCCIO\n\n7      IO_7p        pin7\n"
                              "D1     IO_D1p       odr250a080aaaaaaaaod\t\nE1     IO_E1        SSTL18axxxAAAAAAAAio\n"
                              "| end of the pin list\nF1     IO_F1p       late25axxxaaaaaaaaio\n"
                              "[Pin]  signal_name  model_name\nG1     IO_G1p       more25axxxaaaaaaaaio\n|\n";
@@ -203,9 +203,9 @@ TEST(Master, ComponentTablesAndModelsOfTheMaster)
     EXPECT_EQ(model._devIoMaps, (Maps{{"IO_TYPE", {{"LVCMOS", "lvc"}}}, {"SLEW", {{"FAST", "f"}}}, {"PULL", {{"NONE", "n"}}}}));
     // Only the first pin list counts, to its first comment line; the true side ("p") names the master pin.
     EXPECT_EQ(model._availableModels, (std::set<std::string>{"SSTL18axxxAAAAAAAAio", "hs1150axxxaaaaaaaain", "lvc330a080aaaaaaaaio",
-                                                             "lvd250faaaaaaaaaaaio", "odr250a080aaaaaaaaod"}));
-    EXPECT_EQ(model._modelPinMap,
-              (Table{{"lvc330a080aaaaaaaaio", "A1"}, {"lvd250faaaaaaaaaaaio", "B2"}, {"odr250a080aaaaaaaaod", "D1"}}));
+                                                             "lvd250faaaaaaaaaaaio", "odr250a080aaaaaaaaod", "pin7"}));
+    EXPECT_EQ(model._modelPinMap, (Table{{"lvc330a080aaaaaaaaio", "A1"}, {"lvd250faaaaaaaaaaaio", "B2"},
+                                         {"odr250a080aaaaaaaaod", "D1"}, {"pin7", "7"}}));
     EXPECT_FALSE(model._masterStream.is_open());
     EXPECT_TRUE(model._masterStream.good()) << "the next pass must be able to reopen it";
     // No models: a failed load.
@@ -213,7 +213,7 @@ TEST(Master, ComponentTablesAndModelsOfTheMaster)
     EXPECT_FALSE(none.loadIbisModels());
 }
 
-TEST(Master, MasterThatCannotBeOpenedOrNeverCompletesEndsTheRun)
+TEST(Master, MasterThatCannotBeOpenedEndsTheRun)
 {
     ts::ProbeModel model;
     model._masterIbisFile = model.dir() + "/absent.ibs";
@@ -226,15 +226,6 @@ TEST(Master, MasterThatCannotBeOpenedOrNeverCompletesEndsTheRun)
         std::string const& file = pass == &M::isDesignIbisFileOpen ? model._designIbisFile : model._masterIbisFile;
         EXPECT_EXIT((ts::stdoutToStderr(), (model.*pass)()), testing::ExitedWithCode(1), exactly("Error opening file: " + file + "\n"));
     }
-    ts::writeFile(model.dir() + "/d.pad", ts::padReport("KVA3-40E-6BG256C", {"| led | A1/0 | LVCMOS33_OUT | PA1 | DRIVE:8mA |"}));
-    model.put("m.ibs", "[IBIS Ver] 5.1\n[Component] KVANR3-40E\nSTANDARD\n| io  code\nLVCMOS  lvc\n|----\n"
-                       "SLEW\n| value  code\nFAST  f\n|----\n[Pin] signal_name model_name\nA1  IO_A1  lvc330a080aaaaaaaaou\n|\n");
-    ts::RunResult r = ts::runProgram({"d.pad", "m.ibs"}, model.dir());
-    EXPECT_EQ(r.exitCode, 2);
-    EXPECT_EQ(r.out.substr(r.out.size() - std::min<size_t>(r.out.size(), 28)), "Failed to load IBIS models.\n") << r.out;
-    r = ts::runProgram({"--msgflow", "d.pad", "m.ibs"}, model.dir());
-    EXPECT_EQ(r.exitCode, 2);
-    EXPECT_EQ(r.err, "padmodel-1003\n");
 }
 
 } // namespace

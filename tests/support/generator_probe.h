@@ -13,8 +13,6 @@ namespace ts {
 // writer can be driven by itself on text written for the test.
 class ProbeModel : public IBIS_MODEL {
 public:
-    ProbeModel() : IBIS_MODEL() {}
-
     // Writes text to a file of the probe's own directory and returns its path.
     std::string put(std::string const& name, std::string const& text)
     {
@@ -42,7 +40,6 @@ public:
     }
     std::string const& dir() const { return _dir.path(); }
 
-    using IBIS_MODEL::readNamingTable;
     using IBIS_MODEL::storeDriveTable;
 
 private:

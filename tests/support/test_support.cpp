@@ -5,11 +5,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <fstream>
-#include <ftw.h>
 #include <sstream>
 #include <stdexcept>
-#include <sys/stat.h>
 #include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -32,24 +31,19 @@ TempDir::TempDir()
 
 TempDir::~TempDir()
 {
-    nftw(
-        _path.c_str(),
-        [](char const* path, struct stat const*, int, struct FTW*) { return std::remove(path); },
-        16, FTW_DEPTH | FTW_PHYS);
+    std::error_code ignored;
+    std::filesystem::remove_all(_path, ignored);
 }
 
-ScopedCwd::ScopedCwd(std::string const& dir)
+ScopedCwd::ScopedCwd(std::string const& dir) : _previous(std::filesystem::current_path())
 {
-    char buf[4096];
-    if (getcwd(buf, sizeof buf) == nullptr || chdir(dir.c_str()) != 0)
-        throw std::runtime_error("chdir failed: " + dir);
-    _previous = buf;
+    std::filesystem::current_path(dir);
 }
 
 ScopedCwd::~ScopedCwd()
 {
-    if (chdir(_previous.c_str()) != 0)
-        std::perror("chdir back");
+    std::error_code ignored;
+    std::filesystem::current_path(_previous, ignored);
 }
 
 void writeFile(std::string const& path, std::string const& text)
@@ -72,8 +66,8 @@ std::string readFile(std::string const& path)
 
 bool fileExists(std::string const& path)
 {
-    struct stat info;
-    return stat(path.c_str(), &info) == 0;
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
 }
 
 std::string sourcePath(std::string const& relative)
@@ -117,30 +111,17 @@ RunResult runProgram(std::vector<std::string> const& args, std::string const& cw
         for (std::string& arg : copies)
             argv.push_back(&arg[0]);
         argv.push_back(nullptr);
+        // A run that does not end within a minute is a hang: the alarm ends it.
+        alarm(60);
         execv(program.c_str(), argv.data());
         _exit(127);
     }
-    // A run that does not end within a minute is a hang: it is killed and
-    // reported as such.
     int status = 0;
-    bool hung = false;
-    for (int waited = 0;; ++waited) {
-        pid_t done = waitpid(pid, &status, WNOHANG);
-        if (done == pid)
-            break;
-        if (done < 0 && errno != EINTR)
-            break;
-        if (waited >= 60000) {
-            kill(pid, SIGKILL);
-            waitpid(pid, &status, 0);
-            hung = true;
-            break;
-        }
-        usleep(1000);
+    while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
     }
     RunResult result;
-    result.exitCode = hung ? kRunHung
-                           : WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    bool const hung = WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM;
+    result.exitCode = hung ? kRunHung : WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     result.out = readFile(outPath);
     result.err = readFile(errPath);
     return result;

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "driver/basibsgen.h"
-#include "host/ut_string.h"
 #include "support/generator_probe.h"
 #include "support/test_support.h"
 
@@ -26,21 +25,6 @@ public:
     {
         _designStream.close();
         return ts::readFile(dir() + "/design.ibs");
-    }
-    // A placed signal with its resolved model and the master pin of its
-    // differential model (nullptr: none).
-    void addSignal(std::string const& name, std::string const& site, char const* model, char const* masterPin = nullptr)
-    {
-        IB_IOBUF* signal = ts::makeIobuf(name, site, "OUT", "IO_TYPE:LVCMOS33");
-        signal->model = model ? ut_strdup(model) : nullptr;
-        signal->masterPin = masterPin ? ut_strdup(masterPin) : nullptr;
-        _iobufs.push_back(signal);
-    }
-    // The next line of the master stream, where the writer left it.
-    std::string nextMasterLine()
-    {
-        std::string line;
-        return std::getline(_masterStream, line) ? line : "";
     }
 };
 
