@@ -109,7 +109,9 @@ std::vector<Finding> checkMasterFile(std::string const& text, std::string const&
         if (pin == lines.size() && holds(upperCase(lines[i]), "[PIN]"))
             pin = i;
     }
-    std::size_t const namingEnd = std::min(component, std::min(package, pin));
+    // The naming section: ahead of the component line, or of whichever of
+    // the package and [Pin] lines comes first in a file without one.
+    std::size_t const namingEnd = component < lines.size() ? component : std::min(package, pin);
     checkLineLengths(lines, namingEnd, findings);
     checkNamingSection(lines, namingEnd, family, findings);
 

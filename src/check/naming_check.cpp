@@ -16,25 +16,24 @@ struct NamingTable {
     char const* name;
     std::vector<int> positions; // model key positions the table codes
     bool bodyFirst;             // no comment lines ahead of the body
-    bool needsRows;             // an empty table ends the run
 };
 
 // In the order the reader tries the headings; the first match decides.
 NamingTable const kTables[] = {
-    {"STANDARD", {0, 3}, false, true},
-    {"SLEW", {6}, false, true},
-    {"PULLMODE", {10}, false, true},
-    {"IMPEDANCE", {11}, false, false},
-    {"MIPI HARD DPHY MODE", {12}, false, false},
-    {"TERMVCC", {12}, false, false},
-    {"TERMGND", {13}, false, false},
-    {"TERMVTT", {14}, false, false},
-    {"VCMT", {15}, false, false},
-    {"DIFFERENTIAL RESISTOR", {16}, false, false},
-    {"DIFFERENTIAL CURRENT", {17}, false, false},
-    {"TERMINATION", {12}, true, false},
-    {"MULTI DRIVE", {15}, false, false},
-    {"DIFF DRIVE", {17}, false, false},
+    {"STANDARD", {0, 3}, false},
+    {"SLEW", {6}, false},
+    {"PULLMODE", {10}, false},
+    {"IMPEDANCE", {11}, false},
+    {"MIPI HARD DPHY MODE", {12}, false},
+    {"TERMVCC", {12}, false},
+    {"TERMGND", {13}, false},
+    {"TERMVTT", {14}, false},
+    {"VCMT", {15}, false},
+    {"DIFFERENTIAL RESISTOR", {16}, false},
+    {"DIFFERENTIAL CURRENT", {17}, false},
+    {"TERMINATION", {12}, true},
+    {"MULTI DRIVE", {15}, false},
+    {"DIFF DRIVE", {17}, false},
 };
 
 // The table a line opens, or null. Lines with "=" are never headings.
@@ -123,7 +122,6 @@ void checkNamingSection(std::vector<std::string> const& lines, std::size_t end,
         bool inBody = table->bodyFirst, closed = false;
         NamingTable const* inRows = nullptr;
         std::size_t inRowsAt = 0;
-        int rows = 0;
         std::size_t j = i + 1;
         for (; j < lines.size(); ++j) {
             bool const bar = opensWithBar(lines[j]);
@@ -138,7 +136,6 @@ void checkNamingSection(std::vector<std::string> const& lines, std::size_t end,
                 inRows = next;
                 inRowsAt = j;
             }
-            ++rows;
         }
         std::size_t k = j + 1;
         while (k < lines.size() && opensWithBar(lines[k]))
@@ -154,12 +151,12 @@ void checkNamingSection(std::vector<std::string> const& lines, std::size_t end,
             addError(findings, heading,
                      std::string("naming table ") + table->name +
                          " is never closed by a \"|\" line; its reader runs to the end of the file");
-        if (table->needsRows && rows == 0)
+        else if (j >= end && end < lines.size())
             addError(findings, heading,
                      std::string("naming table ") + table->name +
-                         " has no rows; the generator ends the run on it");
-        else
-            read.insert(table->positions.begin(), table->positions.end());
+                         " is not closed by a \"|\" line ahead of line " + std::to_string(end + 1) +
+                         ", where the naming section ends; the reader takes what follows as rows");
+        read.insert(table->positions.begin(), table->positions.end());
         i = j;
         if (!family.empty() && completeAt == 0 && probe.complete(read))
             completeAt = heading;
