@@ -15,25 +15,24 @@ namespace {
 struct NamingTable {
     char const* name;
     std::vector<int> positions; // model key positions the table codes
-    bool bodyFirst;             // no comment lines ahead of the body
 };
 
 // In the order the reader tries the headings; the first match decides.
 NamingTable const kTables[] = {
-    {"STANDARD", {0, 3}, false},
-    {"SLEW", {6}, false},
-    {"PULLMODE", {10}, false},
-    {"IMPEDANCE", {11}, false},
-    {"MIPI HARD DPHY MODE", {12}, false},
-    {"TERMVCC", {12}, false},
-    {"TERMGND", {13}, false},
-    {"TERMVTT", {14}, false},
-    {"VCMT", {15}, false},
-    {"DIFFERENTIAL RESISTOR", {16}, false},
-    {"DIFFERENTIAL CURRENT", {17}, false},
-    {"TERMINATION", {12}, true},
-    {"MULTI DRIVE", {15}, false},
-    {"DIFF DRIVE", {17}, false},
+    {"STANDARD", {0, 3}},
+    {"SLEW", {6}},
+    {"PULLMODE", {10}},
+    {"IMPEDANCE", {11}},
+    {"MIPI HARD DPHY MODE", {12}},
+    {"TERMVCC", {12}},
+    {"TERMGND", {13}},
+    {"TERMVTT", {14}},
+    {"VCMT", {15}},
+    {"DIFFERENTIAL RESISTOR", {16}},
+    {"DIFFERENTIAL CURRENT", {17}},
+    {"TERMINATION", {12}},
+    {"MULTI DRIVE", {15}},
+    {"DIFF DRIVE", {17}},
 };
 
 // The table a line opens, or null. Lines with "=" are never headings.
@@ -69,12 +68,10 @@ class CompletionProbe : public IBIS_MODEL {
 public:
     explicit CompletionProbe(std::string const& family)
     {
-        _partName = family;
-        // A part type from a pad report is reduced as the run reduces it.
-        if (family.find('-') != std::string::npos || family.rfind("KVA4Y", 0) == 0 ||
-            family.rfind("KBA4Y", 0) == 0 || family.rfind("KVA5Y", 0) == 0 ||
-            family.rfind("KBA5Y", 0) == 0)
-            getPartName(_partName);
+        // The word is read as the head of a part type ("KVA3" as
+        // "KVA3-...") and reduced the way a pad report's part type is.
+        _partName = family + "-";
+        getPartName(_partName);
     }
     bool complete(std::set<int> const& read)
     {
@@ -119,7 +116,9 @@ void checkNamingSection(std::vector<std::string> const& lines, std::size_t end,
         // the body is an ordinary row, unless rows without a heading follow
         // the comment line that ended the table: then the table was not
         // closed, and the next table's heading went in as a row.
-        bool inBody = table->bodyFirst, closed = false;
+        // The TERMINATION reader takes no comment lines ahead of its body.
+        bool const bodyFirst = std::strcmp(table->name, "TERMINATION") == 0;
+        bool inBody = bodyFirst, closed = false;
         NamingTable const* inRows = nullptr;
         std::size_t inRowsAt = 0;
         std::size_t j = i + 1;
@@ -130,6 +129,10 @@ void checkNamingSection(std::vector<std::string> const& lines, std::size_t end,
             inBody = true;
             if (bar) {
                 closed = true;
+                if (bodyFirst && j == i + 1)
+                    addError(findings, heading,
+                             std::string("naming table ") + table->name +
+                                 " has a comment line ahead of its rows; its reader ends there");
                 break;
             }
             if (NamingTable const* next = headingOf(lines[j])) {

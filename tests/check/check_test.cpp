@@ -118,26 +118,29 @@ S const master = "[IBIS Ver]      5.0\n"                     // 1
                  "  NONE     n\n"                            // 13
                  "|----\n"                                   // 14
                  "\n"                                        // 15
-                 "VCMT\n"                                    // 16
-                 "| value    code\n"                         // 17
-                 "  VCMT     v\n"                            // 18
-                 "|----\n"                                   // 19
-                 "DIFF DRIVE\n"                              // 20
-                 "  3.5      3\n"                            // 21
+                 "TERMINATION\n"                             // 16
+                 "  ON       t\n"                            // 17
+                 "|----\n"                                   // 18
+                 "VCMT\n"                                    // 19
+                 "| value    code\n"                         // 20
+                 "  VCMT     v\n"                            // 21
                  "|----\n"                                   // 22
-                 "[Component]     KX3\n"                     // 23
-                 "[Package]\n"                               // 24
-                 "|CABGA256\n"                               // 25
-                 "R_pkg  0.2  0.1  0.3\n"                    // 26
-                 "|\n"                                       // 27
-                 "[Pin]  signal_name  model_name\n"          // 28
-                 "A1     IO_A1        lvc330s080naaaaaaaou\n" // 29
-                 "B1     VCC          POWER\n"               // 30
-                 "|\n"                                       // 31
-                 "[Model]        lvc330s080naaaaaaaou\n"     // 32
-                 "Model_type     Output\n"                   // 33
-                 "| End [Model] lvc330s080naaaaaaaou\n"      // 34
-                 "[End]\n";                                  // 35
+                 "DIFFERENTIAL DRIVE CURRENT\n"              // 23
+                 "  3.5      3\n"                            // 24
+                 "|----\n"                                   // 25
+                 "[Component]     KX3\n"                     // 26
+                 "[Package]\n"                               // 27
+                 "|CABGA256\n"                               // 28
+                 "R_pkg  0.2  0.1  0.3\n"                    // 29
+                 "|  \n"                                     // 30
+                 "[Pin]  signal_name  model_name\n"          // 31
+                 "A1     IO_A1        lvc330s080naaaaaaaou\n" // 32
+                 "B1     VCC          POWER\n"               // 33
+                 "|\n"                                       // 34
+                 "[Model]        lvc330s080naaaaaaaou\n"     // 35
+                 "Model_type     Output\n"                   // 36
+                 "| End [Model] lvc330s080naaaaaaaou\n"      // 37
+                 "[End]\n";                                  // 38
 
 TEST(Check, MasterFileRules)
 {
@@ -154,64 +157,83 @@ TEST(Check, MasterFileRules)
         {{{"  SLOW     s\n|----\n", "  SLOW     s\n"}},
          {"f:7: error: naming table SLEW is not closed by a \"|\" line before the heading PULLMODE at line 10; "
           "the reader takes that table in as rows",
-          "f:22: error: " + incompleteKva3 + "PULLMODE; the generator reads on and fails to load the models"},
+          "f:25: error: " + incompleteKva3 + "PULLMODE; the generator reads on and fails to load the models"},
          "KVA3"},
         {{{"  3.5      3\n|----\n", "  3.5      3\n"}},
-         {"f:20: error: naming table DIFF DRIVE is not closed by a \"|\" line ahead of line 22, where the naming "
-          "section ends; the reader takes what follows as rows"}},
-        {{{"DIFF DRIVE\n  3.5      3\n|----\n", ""}},
-         {"f:20: error: " + incompleteKva3 + "DIFFERENTIAL CURRENT or DIFF DRIVE; the generator reads on and fails "
+         {"f:23: error: naming table DIFFERENTIAL CURRENT is not closed by a \"|\" line ahead of line 25, where the "
+          "naming section ends; the reader takes what follows as rows"}},
+        {{{"TERMINATION\n", "TERMINATION\n| value    code\n"}},
+         {"f:16: error: naming table TERMINATION has a comment line ahead of its rows; its reader ends there"}},
+        {{{"DIFFERENTIAL DRIVE CURRENT\n  3.5      3\n|----\n", ""}},
+         {"f:23: error: " + incompleteKva3 + "DIFFERENTIAL CURRENT or DIFF DRIVE; the generator reads on and fails "
           "to load the models"},
          "KVA3"},
+        {{{"STANDARD (IO_TYPE)\n|----\n  LVCMOS   lvc\n|----\n", ""}},
+         {"f:22: error: " + incompleteKva3 + "STANDARD; the generator reads on and fails to load the models"},
+         "KVA3"},
         {{},
-         {"f:16: warning: naming table VCMT stands behind line 11, where the tables for KVAN are complete; the "
+         {"f:26: error: the naming tables for KVA4Y are incomplete ahead of this line: no IMPEDANCE, DIFFERENTIAL "
+          "RESISTOR; the generator reads on and fails to load the models"},
+         "KVA4Y"},
+        {{},
+         {"f:16: warning: naming table TERMINATION stands behind line 11, where the tables for KVAN are complete; "
+          "the generator never reads it",
+          "f:19: warning: naming table VCMT stands behind line 11, where the tables for KVAN are complete; the "
           "generator never reads it",
-          "f:20: warning: naming table DIFF DRIVE stands behind line 11, where the tables for KVAN are complete; the "
-          "generator never reads it"},
+          "f:23: warning: naming table DIFFERENTIAL CURRENT stands behind line 11, where the tables for KVAN are "
+          "complete; the generator never reads it"},
          "KVAN"},
-        {{}, {"f:23: error: the generator knows no family in \"XYZ\""}, "XYZ"},
+        {{}, {"f:26: error: the generator knows no family in \"XYZ\""}, "XYZ"},
         {{{"Tiny master.", S(241, 'x')}, {"Output", "Output" + S(233, ' ') + "|"}},
          {"f:2: error: line of 257 characters: the naming section reader (255-byte buffer) and the writers' passes "
           "(256-byte buffer) stop here",
-          "f:33: warning: line of 255 characters: the naming section reader (255-byte buffer) would stop here if it "
+          "f:36: warning: line of 255 characters: the naming section reader (255-byte buffer) would stop here if it "
           "read this far"}},
         {{{"Tiny master.", S(239, 'x')}, {"Output", "Output" + S(234, ' ') + "|"}},
          {"f:2: error: line of 255 characters: the naming section reader (255-byte buffer) stops here",
-          "f:33: error: line of 256 characters: the writers' passes (256-byte buffer) stop here"}},
+          "f:36: error: line of 256 characters: the writers' passes (256-byte buffer) stop here"}},
         {{{"Tiny master.", S(238, 'x')}}, {}},
         {{{"| End [Model] " + model + "\n", ""}},
-         {"f:32: error: [Model] " + model + " is not followed by \"| End [Model] " + model + "\"; its copy would not end"}},
+         {"f:35: error: [Model] " + model + " is not followed by \"| End [Model] " + model + "\"; its copy would not end"}},
         {{{"| End [Model] " + model, "| End [Model] other"}},
-         {"f:32: error: [Model] " + model + " is not closed by \"| End [Model] " + model + "\" before line 34"}},
+         {"f:35: error: [Model] " + model + " is not closed by \"| End [Model] " + model + "\" before line 37"}},
         {{{"[Package]\n", "[Package]\n   \n"}},
-         {"f:25: error: blank-only line ahead of a package block; the package reader fails on it"}},
-        {{{"R_pkg  0.2  0.1  0.3\n|\n", "R_pkg  0.2  0.1  0.3\n"}},
-         {"f:25: error: package block CABGA256 is not closed by a \"|\" line before [Pin]; its copy would not end"}},
+         {"f:28: error: blank-only line ahead of a package block; the package reader fails on it"}},
+        {{{"R_pkg  0.2  0.1  0.3\n|  \n", "R_pkg  0.2  0.1  0.3\n"}},
+         {"f:28: error: package block CABGA256 is not closed by a \"|\" line before [Pin]; its copy would not end"}},
         {{{"|CABGA256\n", ""}},
-         {"f:24: error: no package block (a \"|\" name line and its R_pkg, L_pkg, C_pkg lines) under the package "
+         {"f:27: error: no package block (a \"|\" name line and its R_pkg, L_pkg, C_pkg lines) under the package "
           "keyword"}},
         {{{"POWER\n|\n", "POWER\n"}},
-         {"f:28: error: the [Pin] list is not closed by a \"|\" line before [Model] at line 31; the model list takes "
+         {"f:31: error: the [Pin] list is not closed by a \"|\" line before [Model] at line 34; the model list takes "
           "in its rows"}},
         {{{"POWER\n|\n[Model]        " + model + "\nModel_type     Output\n| End [Model] " + model + "\n[End]\n",
            "POWER\n"}},
-         {"f:28: error: the [Pin] list is never closed by a line beginning with \"|\"",
-          "f:29: error: model " + model + " is listed under [Pin] but has no [Model] block"}},
-        {{{"[End]", "[Model] extra\nModel_type Input\n| End [Model] extra\n[End]"}},
-         {"f:35: warning: [Model] extra is not listed under [Pin]; no design can use it"}},
-        {{{"[Component]     KX3\n", ""}}, {"f:34: error: no [Component] line"}},
-        {{{"[Package]\n", ""}}, {"f:34: error: no [Package] line; the preamble copy takes the whole file"}},
+         {"f:31: error: the [Pin] list is never closed by a line beginning with \"|\"",
+          "f:32: error: model " + model + " is listed under [Pin] but has no [Model] block"}},
+        {{{"[End]", "[Model] extra\n| End [Model] extra\n[End]"}},
+         {"f:38: warning: [Model] extra is not listed under [Pin]; no design can use it"}},
+        {{{"[Component]     KX3\n", ""}}, {"f:37: error: no [Component] line"}},
+        {{{"[Package]\n", ""}}, {"f:37: error: no [Package] line; the preamble copy takes the whole file"}},
         {{{"[Notes]         Tiny master.", "  Package list"}},
          {"f:2: warning: the preamble copy ends at this line, ahead of [Package]"}},
+        {{{"[Notes]         Tiny master.", "    Package list"}}, {}},
         {{{"[Pin]  signal_name  model_name\n", ""}, {"|\n[Model]", "[Model]"}},
-         {"f:30: warning: [Model] " + model + " is not listed under [Pin]; no design can use it",
-          "f:33: error: no [Pin] line; the generator finds no models"}},
+         {"f:33: warning: [Model] " + model + " is not listed under [Pin]; no design can use it",
+          "f:36: error: no [Pin] line; the generator finds no models"}},
     };
     for (Case const& c : cases) {
         S const text = edited(master, c.edits);
         SCOPED_TRACE(c.family + "\n" + text);
         EXPECT_EQ(formatted(ibischeck::checkMasterFile(text, c.family)), c.expected);
     }
+    EXPECT_EQ(formatted(ibischeck::checkMasterFile("")),
+              (Lines{"f:1: error: no [Component] line", "f:1: error: no [Package] line; the preamble copy takes the whole file",
+                     "f:1: error: no [Pin] line; the generator finds no models"}));
+    EXPECT_EQ(formatted(ibischeck::checkMasterFile("SLEW\n  SLOW  s\n")),
+              (Lines{"f:1: error: naming table SLEW is never closed by a \"|\" line; its reader runs to the end of the file",
+                     "f:2: error: no [Component] line", "f:2: error: no [Package] line; the preamble copy takes the whole file",
+                     "f:2: error: no [Pin] line; the generator finds no models"}));
 }
 
 TEST(Check, CommandOutputAndExitCodes)
