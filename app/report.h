@@ -6,8 +6,8 @@
 // walk and the reports the walk posted, and written after the run as CSV or,
 // for a file name ending in ".json", as one JSON document.
 
-#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "driver/messages.h"

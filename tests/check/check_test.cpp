@@ -81,9 +81,12 @@ TEST(Check, DesignFileRules)
           "f:16: error: [Diff pin] pin C3 is not under [Pin]"}},
         {{{"| End [Component]", "[Model]  lvd_in\nModel_type Input\n| End [Component]"}},
          {"f:20: error: [Model] lvd_in stands twice (first at line 17)"}},
-        {{{"Model_type Input", "Vinl = 0.8V"}}, {"f:17: error: [Model] lvd_in has no Model_type"}},
-        {{{"Corvane\t", "Corvane\x7f"}, {"0.2V", "0.2V\r"}},
-         {"f:4: error: byte 0x7F in column 24 is not printable ASCII",
+        {{{"Model_type Input", "Vinl = 0.8V"}, {"| End [Component]", "[Model]  other\nModel_type Input\n| End [Component]"}},
+         {"f:17: error: [Model] lvd_in has no Model_type"}},
+        {{{"N1     spare        nc\n", "N1     spare        nc\n  | spare pins\n"}}, {}},
+        {{{"Corvane\t", "Corvane\x7f"}, {"0.2V", "0.2V\r"}, {"5.0\n", "5.0\xc3\xa9\n"}},
+         {"f:1: error: byte 0xC3 in column 20 is not printable ASCII",
+          "f:4: error: byte 0x7F in column 24 is not printable ASCII",
           "f:16: error: byte 0x0D in column 26 is not printable ASCII"}},
         {{{"0.2V", "0.2V" + S(95, ' ') + "|"}, {"-40E", "-40E" + S(93, ' ') + "|"}},
          {"f:16: warning: line of 121 characters; IBIS lines keep within 120"}},
@@ -131,7 +134,7 @@ S const master = "[IBIS Ver]      5.0\n"                     // 1
                  "[Component]     KX3\n"                     // 26
                  "[Package]\n"                               // 27
                  "|CABGA256\n"                               // 28
-                 "R_pkg  0.2  0.1  0.3\n"                    // 29
+                 "L_pkg  3nH  2nH  4nH\n"                    // 29
                  "|  \n"                                     // 30
                  "[Pin]  signal_name  model_name\n"          // 31
                  "A1     IO_A1        lvc330s080naaaaaaaou\n" // 32
@@ -175,6 +178,10 @@ TEST(Check, MasterFileRules)
          {"f:26: error: the naming tables for KVA4Y are incomplete ahead of this line: no IMPEDANCE, DIFFERENTIAL "
           "RESISTOR; the generator reads on and fails to load the models"},
          "KVA4Y"},
+        {{{"VCMT\n", "IMPEDENCE\n  50       5\n|----\nVCMT\n"}},
+         {"f:29: error: the naming tables for KVA4Y are incomplete ahead of this line: no DIFFERENTIAL RESISTOR; the "
+          "generator reads on and fails to load the models"},
+         "KVA4Y"},
         {{},
          {"f:16: warning: naming table TERMINATION stands behind line 11, where the tables for KVAN are complete; "
           "the generator never reads it",
@@ -199,7 +206,7 @@ TEST(Check, MasterFileRules)
          {"f:35: error: [Model] " + model + " is not closed by \"| End [Model] " + model + "\" before line 37"}},
         {{{"[Package]\n", "[Package]\n   \n"}},
          {"f:28: error: blank-only line ahead of a package block; the package reader fails on it"}},
-        {{{"R_pkg  0.2  0.1  0.3\n|  \n", "R_pkg  0.2  0.1  0.3\n"}},
+        {{{"L_pkg  3nH  2nH  4nH\n|  \n", "L_pkg  3nH  2nH  4nH\n"}},
          {"f:28: error: package block CABGA256 is not closed by a \"|\" line before [Pin]; its copy would not end"}},
         {{{"|CABGA256\n", ""}},
          {"f:27: error: no package block (a \"|\" name line and its R_pkg, L_pkg, C_pkg lines) under the package "
