@@ -19,12 +19,14 @@ build:
 # A second run asks for two companion-chip copies (--btn 2), a third runs
 # the table-driven family, whose missing models get substitutes, and a
 # fourth writes the SerDes IBIS-AMI set into $(BUILD)/demo/ami/ibis_ami/.
+# The first run also writes its resolution report, and every IBIS file the
+# runs wrote, and the shipped masters, go through pad2ibis check.
 DEMO_DIR = $(BUILD)/demo
 PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
 demo: build
 	rm -rf $(DEMO_DIR) && mkdir -p $(DEMO_DIR)/main $(DEMO_DIR)/btn
 	cp examples/demo.pad $(DEMO_DIR)/main/ && cp examples/demo.pad $(DEMO_DIR)/btn/
-	cd $(DEMO_DIR)/main && $(PAD2IBIS) demo.pad $(CURDIR)/examples/kva3_master.ibs
+	cd $(DEMO_DIR)/main && $(PAD2IBIS) --report demo_report.csv demo.pad $(CURDIR)/examples/kva3_master.ibs
 	@echo "== companion-chip copies: pad2ibis --btn 2 demo.pad kva3_master.ibs"
 	cd $(DEMO_DIR)/btn && $(PAD2IBIS) --btn 2 demo.pad $(CURDIR)/examples/kva3_master.ibs > run.log
 	@sed -n '/^Generating/,$$p' $(DEMO_DIR)/btn/run.log
@@ -36,6 +38,16 @@ demo: build
 	mkdir -p $(DEMO_DIR)/ami
 	cd $(DEMO_DIR)/ami && $(PAD2IBIS) --ami --channels $(CURDIR)/examples/serdes/channels.txt \
 	  $(CURDIR)/examples/serdes/demo_serdes.udb $(CURDIR)/examples/serdes/kva4serdes.ibs
+	@echo "== resolution report of the first run: $(DEMO_DIR)/main/demo_report.csv"
+	@sed -n '/^outcome,/,$$p' $(DEMO_DIR)/main/demo_report.csv | tr -d '\r'
+	@echo "== pad2ibis check on the design IBIS files written above"
+	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/demo.ibs btn/IBIS/demo_zu2.ibs \
+	  vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs
+	@echo "== the companion-chip copies are byte copies of k_btn.ibs and keep its [File Name]"
+	-cd $(DEMO_DIR) && $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs
+	@echo "== pad2ibis check --master on the shipped masters (see README: Checking IBIS files)"
+	$(PAD2IBIS) check --master --family KVA3 examples/kva3_master.ibs
+	$(PAD2IBIS) check --master examples/kvan_master.ibs
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -5,7 +5,9 @@
 #include <string>
 
 #include "app/ami_host.h"
+#include "app/check_command.h"
 #include "app/options.h"
+#include "app/report.h"
 #include "driver/basibsgen.h"
 #include "driver/messages.h"
 #include "host/msgmanager.h"
@@ -50,19 +52,39 @@ int runPadFlow(Options const& options)
         ibsFatal(IBS_MSG_1003);
     if (options.dumpAltModels && variant != nullptr)
         variant->printAltModelLists();
+    ResolutionReport report;
+    bool const reporting = !options.reportFile.empty();
+    if (reporting)
+        report.beforeWalk(*generator);
     generator->setDesignModels();
+    if (reporting)
+        report.afterWalk(*generator);
     if (!generator->writeIbisModels(options.btn))
         ibsReport(IBS_MSG_1004);
     if (generator->_missingModelCount > 0)
         ibsReport(IBS_MSG_1005);
+    int status = 0;
+    if (reporting) {
+        report.afterWrite(*generator);
+        report.setRun(options.firstPath, options.secondPath, options.vargon);
+        if (!report.write(options.reportFile)) {
+            std::fflush(stdout);
+            std::fprintf(stderr, "pad2ibis: cannot write the report %s\n",
+                         options.reportFile.c_str());
+            status = 2;
+        }
+    }
     delete generator;
-    return 0;
+    return status;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    if (argc > 1 && std::string(argv[1]) == "check")
+        return runCheckCommand(argc - 2, argv + 2);
+
     Options options;
     std::string error;
     if (!parseOptions(argc - 1, argv + 1, options, error)) {

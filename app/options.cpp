@@ -10,6 +10,7 @@ char const* usageText()
     return "Usage: pad2ibis [OPTIONS] PAD_FILE MASTER_IBS\n"
            "       pad2ibis --ami --channels CHANNELS_FILE [--brinmark] [--msgflow] [--family WORD]\n"
            "                DESIGN_FILE SERDES_MASTER_IBS\n"
+           "       pad2ibis check [--master] [--family WORD] IBIS_FILE...\n"
            "\n"
            "Writes the design IBIS file of a placed and routed FPGA design: the component,\n"
            "package, pins and models of the design, taken from the family's master IBIS\n"
@@ -35,12 +36,28 @@ char const* usageText()
            "  --btn N            write N numbered copies of the companion chip's IBIS file\n"
            "                     (k_btn.ibs beside the master file); default 0. With N\n"
            "                     above 0 the design file is named <name>_zu2.ibs\n"
+           "  --report FILE      also write a resolution report: one row per signal with\n"
+           "                     its pin, bank, port type, IO settings, the model key\n"
+           "                     built, the outcome (resolved, fallback, substituted,\n"
+           "                     missing, none) and the model written; then the design's\n"
+           "                     models with the signals each serves, and the count of\n"
+           "                     each outcome. CSV, or JSON for a FILE ending in .json.\n"
+           "                     What the run prints and writes is the same without it\n"
            "  --ami              SerDes flow; needs --channels\n"
            "  --channels FILE    the SerDes channels: lines 'channel BLOCK CHANNEL RX TX'\n"
            "                     (RX, TX: ON or OFF), each followed by 'KEY VALUE' lines\n"
            "                     of its parameters; '#' starts a comment line\n"
            "  --help             print this text and exit\n"
            "  --version          print the version and exit\n"
+           "\n"
+           "pad2ibis check reads IBIS files and prints what a simulator or the generator\n"
+           "would trip over, as FILE:LINE: error: TEXT or FILE:LINE: warning: TEXT, then\n"
+           "a count line. By default the files are design IBIS files; with --master they\n"
+           "are master IBIS files, checked for what the generator's readers rely on, and\n"
+           "--family WORD (a family such as KVA3, or a part type such as KVA3-40E-6BG256C)\n"
+           "also checks that the naming tables that family needs are all there. Exit\n"
+           "status 0 when no error was found, 1 when one was, 2 for a usage error or a\n"
+           "file that cannot be read.\n"
            "\n"
            "Exit status: 0 when the files were written (missing models are reported and\n"
            "the file is still written), 1 for a file that cannot be opened, an unknown\n"
@@ -113,6 +130,9 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
                 error = "--btn needs a whole number, not '" + count + "'";
                 return false;
             }
+        } else if (arg == "--report") {
+            if (!needValue("--report", options.reportFile))
+                return false;
         } else if (arg == "--dump-alt-models") {
             options.dumpAltModels = true;
         } else if (arg == "--ami") {
@@ -141,7 +161,7 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
             return false;
         }
         if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
-            options.dumpAltModels) {
+            options.dumpAltModels || !options.reportFile.empty()) {
             error = "--ami takes only --channels, --brinmark, --msgflow and --family";
             return false;
         }

@@ -18,6 +18,7 @@ struct Options {
     bool msgflow = false;
     int btn = 0;
     bool dumpAltModels = false;
+    std::string reportFile; // --report: where the resolution report goes
     std::string firstPath;  // pad report, or the design file of the AMI flow
     std::string secondPath; // master IBIS file, or the SerDes master
 };

@@ -90,11 +90,22 @@ void post(char const* id, std::initializer_list<char const*> args)
     }
 }
 
+IbsReportObserver reportObserver = nullptr;
+void* reportObserverContext = nullptr;
+
 } // namespace
+
+void ibsSetReportObserver(IbsReportObserver observer, void* context)
+{
+    reportObserver = observer;
+    reportObserverContext = context;
+}
 
 void ibsReport(IbsMessage message, std::initializer_list<char const*> args)
 {
     MessageDef const& def = messageTable[message];
+    if (reportObserver != nullptr)
+        reportObserver(message, args, reportObserverContext);
     if (UT_MSGMAN::m_msgFlow == 1) {
         post(def.id, args);
         return;

@@ -43,6 +43,14 @@ void ibsReport(IbsMessage message, std::initializer_list<char const*> args = {})
 // Reports the message and ends the process with the message's exit code.
 [[noreturn]] void ibsFatal(IbsMessage message, std::initializer_list<char const*> args = {});
 
+// A host that wants to know what a run reported, beside what is printed or
+// posted, installs an observer. It sees every report, fatal ones included,
+// just before it is printed or posted, with the message and its arguments;
+// what it does changes nothing of the report itself. Null removes it.
+using IbsReportObserver = void (*)(IbsMessage message, std::initializer_list<char const*> args,
+                                   void* context);
+void ibsSetReportObserver(IbsReportObserver observer, void* context = nullptr);
+
 // Ends the process with the given exit code. Output written so far stays.
 [[noreturn]] void ibsExit(int code);
 

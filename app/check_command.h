@@ -1,0 +1,9 @@
+#ifndef PAD2IBIS_APP_CHECK_COMMAND_H
+#define PAD2IBIS_APP_CHECK_COMMAND_H
+
+// pad2ibis check [--master] [--family WORD] FILE...: prints the checker's
+// findings and a count line. Returns the exit status: 0 without errors, 1
+// with one, 2 for a usage error or a file that cannot be read.
+int runCheckCommand(int argc, char const* const* argv);
+
+#endif

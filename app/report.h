@@ -1,0 +1,62 @@
+#ifndef PAD2IBIS_APP_REPORT_H
+#define PAD2IBIS_APP_REPORT_H
+
+// The resolution report of a pad report run: which model each signal got and
+// why. It is built from what the generator did, its signal records after the
+// walk and the reports the walk posted, and written after the run as CSV or,
+// for a file name ending in ".json", as one JSON document.
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "driver/messages.h"
+
+class IBIS_MODEL;
+
+// One signal's line of the report.
+struct SignalOutcome {
+    std::string name, pin, bank, portType, settings;
+    std::string key;     // the model key the walk built; empty when none was
+    std::string outcome; // resolved, fallback, substituted, missing or none
+    std::string model;   // the model written for the signal; empty when none
+};
+
+class ResolutionReport {
+public:
+    // Notes the signals as the pad report gave them and starts listening to
+    // the walk's reports; call right before setDesignModels.
+    void beforeWalk(IBIS_MODEL const& generator);
+    // Stops listening and settles each signal's outcome; call right after.
+    void afterWalk(IBIS_MODEL const& generator);
+    // Notes the design's models once the design file is written (the D-PHY
+    // rows add theirs while it is written).
+    void afterWrite(IBIS_MODEL const& generator);
+
+    // Run facts for the JSON document.
+    void setRun(std::string const& padFile, std::string const& masterFile, bool variant);
+
+    std::vector<SignalOutcome> const& signals() const { return _signals; }
+    int count(std::string const& outcome) const;
+    std::string csv() const;
+    std::string json() const;
+    // Writes csv() or json(), by the name's extension. False when the file
+    // could not be written.
+    bool write(std::string const& path) const;
+
+private:
+    // A report of the walk naming a signal: its id and its arguments.
+    struct Event {
+        IbsMessage message;
+        std::vector<std::string> args;
+    };
+    static void observe(IbsMessage message, std::initializer_list<char const*> args, void* self);
+
+    std::vector<Event> _events;
+    std::vector<SignalOutcome> _signals;
+    std::vector<std::pair<std::string, int>> _models;
+    std::string _padFile, _masterFile, _family, _part, _package, _component;
+    bool _variant = false;
+};
+
+#endif

@@ -1,0 +1,38 @@
+#ifndef PAD2IBIS_CHECK_IBIS_CHECK_H
+#define PAD2IBIS_CHECK_IBIS_CHECK_H
+
+// The IBIS file checker: what a simulator needs of a design IBIS file, and
+// what the generator's readers rely on in a master IBIS file. It reads text
+// and returns findings; printing them is the caller's business.
+
+#include <string>
+#include <vector>
+
+namespace ibischeck {
+
+enum class Severity { Error, Warning };
+
+struct Finding {
+    int line; // 1 is the first line of the file
+    Severity severity;
+    std::string text;
+};
+
+// Checks a design IBIS file; fileName is the name the file has on disk,
+// without its directory.
+std::vector<Finding> checkDesignFile(std::string const& text, std::string const& fileName);
+
+// Checks a master IBIS file. With a family word ("KVA3") or a part type
+// ("KVA3-40E-6BG256C"), also that the naming tables the generator needs for
+// that family are all there before the point where it stops reading them.
+std::vector<Finding> checkMasterFile(std::string const& text, std::string const& family = "");
+
+// "FILE:LINE: error: TEXT" or "FILE:LINE: warning: TEXT".
+std::string formatFinding(std::string const& file, Finding const& finding);
+
+// The closing count line: "2 files checked: 1 error, 0 warnings".
+std::string countLine(int files, int errors, int warnings);
+
+} // namespace ibischeck
+
+#endif

@@ -1,0 +1,81 @@
+// The resolution report of --report: its rows for designs with resolved,
+// fallen-back, missing, substituted and keyless signals, as CSV and JSON;
+// and a run prints and writes the same bytes with and without it.
+
+#include <gtest/gtest.h>
+
+#include <dirent.h>
+
+#include "support/test_support.h"
+
+namespace {
+
+using S = std::string;
+
+// Every file below dir/IBIS, with its bytes.
+std::vector<std::pair<S, S>> designFiles(S const& dir)
+{
+    std::vector<std::pair<S, S>> files;
+    if (DIR* d = opendir((dir + "/IBIS").c_str())) {
+        while (dirent* entry = readdir(d))
+            if (entry->d_name[0] != '.')
+                files.emplace_back(entry->d_name, ts::readFile(dir + "/IBIS/" + entry->d_name));
+        closedir(d);
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+TEST(Report, RowsAndByteIdentityOnTheExamples)
+{
+    struct Case {
+        S pad, master;
+        std::vector<S> options;
+        S report, expected; // expected "": the run's output alone is compared
+    } const cases[] = {
+        {"demo.pad", "kva3_master.ibs", {}, "report.csv", "demo_report.csv"},
+        {"demo.pad", "kva3_master.ibs", {"--msgflow", "--btn", "1"}, "report.json", "demo_report.json"},
+        {"vargon_demo.pad", "kvan_master.ibs", {"--vargon"}, "report.json", "vargon_demo_report.json"},
+        {"vargon_demo.pad", "kvan_master.ibs", {"--vargon", "--msgflow"}, "r.csv", "vargon_demo_report.csv"},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.pad + " " + testing::PrintToString(c.options));
+        ts::TempDir work;
+        for (S const& name : {c.pad, c.master, S("kva3_master_6bg256c_bg.pkg"), S("k_btn.ibs")})
+            ts::writeFile(work.file(name), ts::readFile(ts::sourcePath("examples/" + name)));
+        std::vector<S> args = c.options;
+        args.insert(args.end(), {c.pad, c.master});
+        ts::RunResult const plain = ts::runProgram(args, work.path());
+        auto const plainFiles = designFiles(work.path());
+        ASSERT_EQ(system(("rm -r " + work.file("IBIS")).c_str()), 0);
+
+        args.insert(args.begin(), {"--report", c.report});
+        ts::RunResult const reported = ts::runProgram(args, work.path());
+        EXPECT_EQ(reported.exitCode, plain.exitCode);
+        EXPECT_EQ(reported.out, plain.out);
+        EXPECT_EQ(reported.err, plain.err);
+        EXPECT_EQ(designFiles(work.path()), plainFiles);
+        EXPECT_FALSE(plainFiles.empty());
+        EXPECT_EQ(ts::readFile(work.file(c.report)), ts::readFile(ts::sourcePath("tests/app/data/" + c.expected)));
+    }
+}
+
+TEST(Report, ReportThatCannotBeWrittenAndUsageErrors)
+{
+    ts::TempDir work;
+    for (S const name : {"demo.pad", "kva3_master.ibs"})
+        ts::writeFile(work.file(name), ts::readFile(ts::sourcePath("examples/" + name)));
+    ts::RunResult r = ts::runProgram({"--report", "no/such/dir/r.csv", "demo.pad", "kva3_master.ibs"}, work.path());
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_EQ(r.err, "pad2ibis: cannot write the report no/such/dir/r.csv\n");
+    EXPECT_TRUE(ts::fileExists(work.file("IBIS/demo.ibs")));
+
+    r = ts::runProgram({"--ami", "--channels", "c.txt", "--report", "r.csv", "d.udb", "m.ibs"}, work.path());
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_EQ(r.err.rfind("pad2ibis: --ami takes only", 0), 0u) << r.err;
+    r = ts::runProgram({"--report"}, work.path());
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_EQ(r.err.rfind("pad2ibis: --report needs a value", 0), 0u) << r.err;
+}
+
+} // namespace
