@@ -44,7 +44,8 @@ demo: build
 	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/demo.ibs btn/IBIS/demo_zu2.ibs \
 	  vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs
 	@echo "== the companion-chip copies are byte copies of k_btn.ibs and keep its [File Name]"
-	-cd $(DEMO_DIR) && $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs
+	cd $(DEMO_DIR) && { $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs || \
+	  echo "(expected: a companion copy is written byte for byte, so its [File Name] stays k_btn.ibs)"; }
 	@echo "== pad2ibis check --master on the shipped masters (see README: Checking IBIS files)"
 	$(PAD2IBIS) check --master --family KVA3 examples/kva3_master.ibs
 	$(PAD2IBIS) check --master examples/kvan_master.ibs
