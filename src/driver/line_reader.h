@@ -22,6 +22,14 @@ inline std::istream& ibsReadLine(std::istream& in, char* buf, int size)
     return in.getline(buf, size);
 }
 
+// ibsReadLine that also tells how many characters it took from the stream,
+// the line end included.
+inline std::streamsize ibsReadLineCounted(std::istream& in, char* buf, int size)
+{
+    ibsReadLine(in, buf, size);
+    return in.gcount();
+}
+
 // True once a reading loop has to end: at the end of the file, or when the
 // stream failed (an over-long line or an unreadable file).
 inline bool ibsStreamDone(std::istream const& in)
