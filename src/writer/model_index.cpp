@@ -31,7 +31,8 @@ std::vector<ModelBlockStart> findModelBlocks(std::istream& master, std::vector<s
         if (master.fail())
             break;
         at += taken;
-        if (std::strstr(line, "[Model]") == nullptr)
+        // Most lines are table rows without a bracket: one quick test each.
+        if (std::strchr(line, '[') == nullptr || std::strstr(line, "[Model]") == nullptr)
             continue;
         size_t const length = std::strlen(line);
         for (auto& [size, names] : pending) {
