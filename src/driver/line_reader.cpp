@@ -4,7 +4,6 @@
 #include "driver/line_reader.h"
 
 #include <cstring>
-#include <ostream>
 #include <streambuf>
 
 namespace {
@@ -24,46 +23,39 @@ std::streamsize ibsReadLineCounted(std::istream& in, char* buf, int size)
     typedef std::char_traits<char> traits;
     std::streamsize taken = 0;
     std::ios_base::iostate state = std::ios_base::goodbit;
+    // A stream that is not good takes nothing, and so fails.
     if (in.good()) {
-        if (in.tie() != nullptr)
-            in.tie()->flush();
-        try {
-            std::streambuf* buffer = in.rdbuf();
-            int c = buffer->sgetc();
-            while (taken + 1 < size && c != traits::eof() && c != '\n') {
-                // Take what the buffer holds of this line in one copy; a
-                // buffer with a single character left is refilled behind it.
-                std::streamsize room = GetArea::end(buffer) - GetArea::next(buffer);
-                if (room > size - 1 - taken)
-                    room = size - 1 - taken;
-                if (room > 1) {
-                    char const* from = GetArea::next(buffer);
-                    if (void const* lineEnd = std::memchr(from, '\n', static_cast<size_t>(room)))
-                        room = static_cast<char const*>(lineEnd) - from;
-                    std::memcpy(buf, from, static_cast<size_t>(room));
-                    buf += room;
-                    taken += room;
-                    GetArea::skip(buffer, static_cast<int>(room));
-                    c = buffer->sgetc();
-                } else {
-                    *buf++ = traits::to_char_type(c);
-                    ++taken;
-                    c = buffer->snextc();
-                }
-            }
-            if (c == traits::eof()) {
-                state |= std::ios_base::eofbit;
-            } else if (c == '\n') {
-                ++taken;
-                buffer->sbumpc();
+        std::streambuf* buffer = in.rdbuf();
+        int c = buffer->sgetc();
+        while (taken + 1 < size && c != traits::eof() && c != '\n') {
+            // Take what the buffer holds of this line in one copy; a buffer
+            // with a single character left is refilled behind it.
+            std::streamsize room = GetArea::end(buffer) - GetArea::next(buffer);
+            if (room > size - 1 - taken)
+                room = size - 1 - taken;
+            if (room > 1) {
+                char const* from = GetArea::next(buffer);
+                if (void const* lineEnd = std::memchr(from, '\n', static_cast<size_t>(room)))
+                    room = static_cast<char const*>(lineEnd) - from;
+                std::memcpy(buf, from, static_cast<size_t>(room));
+                buf += room;
+                taken += room;
+                GetArea::skip(buffer, static_cast<int>(room));
+                c = buffer->sgetc();
             } else {
-                state |= std::ios_base::failbit;
+                *buf++ = traits::to_char_type(c);
+                ++taken;
+                c = buffer->snextc();
             }
-        } catch (...) {
-            state |= std::ios_base::badbit;
         }
-    } else {
-        state |= std::ios_base::failbit;
+        if (c == traits::eof()) {
+            state |= std::ios_base::eofbit;
+        } else if (c == '\n') {
+            ++taken;
+            buffer->sbumpc();
+        } else {
+            state |= std::ios_base::failbit;
+        }
     }
     if (size > 0)
         *buf = '\0';

@@ -1,10 +1,11 @@
 // A whole run on a master file with the edges the model blocks and the
-// passes over the master meet: blocks out of name order, a comment naming a
-// model ahead of its block, a repeated and an over-long [Model] line, two
-// "[Model]" on one line, CR, NUL and bytes above 127 inside a block, lines
-// of 254 and 255 characters, one of 256 that ends every pass, and a last
-// line without line end. The expected design file is the one that the
-// program wrote before its master passes were reworked.
+// passes over the master meet: blocks out of name order, a line that starts
+// with a model's name and mentions "[Model]" ahead of its block, a repeated
+// [Model] line, one of 255 characters, two "[Model]" on one line, CR, NUL
+// and bytes above 127 inside a block, lines of 254 and 255 characters, one
+// of 256 that ends every pass, and a last line without line end. The
+// expected design file is the one that the program wrote before its master
+// passes were reworked.
 
 #include <gtest/gtest.h>
 
