@@ -10,14 +10,18 @@
 
 // The line that opens a model's block: its text up to its first NUL, and the
 // position of the line behind it. A model without a block has next < 0.
+// When the block's lines hold no NUL, each has its line end and a line with
+// "[Model]" closes them, end is where that line starts and the lines are
+// copied as the bytes they are; otherwise end < 0.
 struct ModelBlockStart {
     std::string line;
     long long next = -1;
+    long long end = -1;
 };
 
 // One pass over the master from its top, with the copy's line rules: the
 // first line never counts, and the pass ends at the end of the file, at a
-// line over the copy buffer, or once every model has its line. A model's
+// line over the copy buffer, or once every model's block is closed. A model's
 // line is the first one that holds "[Model]" and the model's name, both
 // anywhere in the line. One entry per model, in the order given.
 std::vector<ModelBlockStart> findModelBlocks(std::istream& master, std::vector<std::string> const& models);
