@@ -3,6 +3,7 @@
 
 #include "driver/line_reader.h"
 
+#include <algorithm>
 #include <cstring>
 #include <streambuf>
 
@@ -64,4 +65,29 @@ std::streamsize ibsReadLineCounted(std::istream& in, char* buf, int size)
     if (state != std::ios_base::goodbit)
         in.setstate(state);
     return taken;
+}
+
+std::streamsize ibsSkipPlainLines(std::istream& in, char mark, int size)
+{
+    if (!in.good())
+        return 0;
+    std::streambuf* buffer = in.rdbuf();
+    if (buffer->sgetc() == std::char_traits<char>::eof())
+        return 0;
+    char const* const first = GetArea::next(buffer);
+    char const* const end = GetArea::end(buffer);
+    char const* at = first;
+    while (at < end) {
+        // A line of size - 1 characters and its line end: size bytes.
+        size_t const room = std::min<size_t>(static_cast<size_t>(end - at), static_cast<size_t>(size));
+        char const* lineEnd = static_cast<char const*>(std::memchr(at, '\n', room));
+        if (lineEnd == nullptr)
+            break;
+        size_t const length = static_cast<size_t>(lineEnd - at);
+        if (std::memchr(at, mark, length) != nullptr || std::memchr(at, '\0', length) != nullptr)
+            break;
+        at = lineEnd + 1;
+    }
+    GetArea::skip(buffer, static_cast<int>(at - first));
+    return at - first;
 }

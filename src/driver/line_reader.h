@@ -29,6 +29,13 @@ inline std::istream& ibsReadLine(std::istream& in, char* buf, int size)
     return in;
 }
 
+// Steps over the lines that the stream's buffer holds whole, as far as each
+// would be read by ibsReadLine with this size without failing, ends in a line
+// end and holds neither mark nor NUL. Stops before any other line and where
+// the buffer ends, and never refills it but when it is empty. Tells how many
+// characters it stepped over.
+std::streamsize ibsSkipPlainLines(std::istream& in, char mark, int size);
+
 // True once a reading loop has to end: at the end of the file, or when the
 // stream failed (an over-long line or an unreadable file).
 inline bool ibsStreamDone(std::istream const& in)

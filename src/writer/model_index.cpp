@@ -42,6 +42,13 @@ std::vector<ModelBlockStart> findModelBlocks(std::istream& master, std::vector<s
     char line[IBS_COPY_LINE_SIZE];
     long long at = ibsReadLineCounted(master, line, IBS_COPY_LINE_SIZE);
     while (left > 0 || !open.empty()) {
+        // Lines without a bracket and without NUL neither open nor close a
+        // block, nor spoil one: they are stepped over in the buffer.
+        if (std::streamsize const skipped = ibsSkipPlainLines(master, '[', IBS_COPY_LINE_SIZE)) {
+            at += skipped;
+            for (OpenBlock& block : open)
+                block.first = false;
+        }
         long long const lineStart = at;
         std::streamsize const taken = ibsReadLineCounted(master, line, IBS_COPY_LINE_SIZE);
         // An over-long line or the end of the file: blocks still open are
