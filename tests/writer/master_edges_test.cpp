@@ -1,5 +1,6 @@
 // A whole run on a master file with the edges the model blocks and the
-// passes over the master meet: blocks out of name order, a line that starts
+// passes over the master meet: blocks out of name order, a bracketed note
+// that names a model without "[Model]", a line that starts
 // with a model's name and mentions "[Model]" ahead of its block, a repeated
 // [Model] line, one of 255 characters, two "[Model]" on one line, CR, NUL
 // and bytes above 127 inside a block, lines of 254 and 255 characters, one
