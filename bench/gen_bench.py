@@ -504,14 +504,15 @@ def write_master(path, models, size_mb):
     tables = 4 * sum(1 for k, _ in models if k[18:20] != "in")
     target = int(size_mb * 1000 * 1000)
     points = max(2, round((target - fixed_bytes) / (wave_row_bytes() * tables)))
-    ends = {}
+    spans = {}
     with open(path, "w", newline="\n") as out:
         write_lines(out, head)
         for key, c in models:
+            start = out.tell()
             write_lines(out, model_block(key, c, points))
-            ends[key] = out.tell()
+            spans[key] = (start, out.tell())
         write_lines(out, ["[End]"])
-    return points, ends
+    return points, spans
 
 
 # ---------------------------------------------------------------------------
@@ -686,12 +687,16 @@ def main():
     ap.add_argument("--models", type=int, default=2000, help="models in the master (2000)")
     ap.add_argument("--size-mb", type=float, default=20.0,
                     help="size of the master in MB of 10^6 bytes (20)")
-    ap.add_argument("--signals", type=int, default=1000, help="signals of the design (1000)")
+    ap.add_argument("--signals", type=int, default=None,
+                    help="signals of the design (1000, or enough for the design models)")
     ap.add_argument("--design-models", type=int, default=100,
                     help="distinct models the design uses (100)")
     ap.add_argument("--diff-models", type=int, default=10,
                     help="of those, differential models, two pairs of pins each (10)")
     args = ap.parse_args()
+    if args.signals is None:
+        # Every design model needs a signal, a differential one two.
+        args.signals = max(1000, args.design_models + args.diff_models)
 
     rng = random.Random(SEED)
     models = master_models(args.models, rng)
@@ -703,10 +708,11 @@ def main():
 
     os.makedirs(args.outdir, exist_ok=True)
     master = os.path.join(args.outdir, MASTER_NAME)
-    points, ends = write_master(master, models, args.size_mb)
-    # Each design model is copied by a pass that reads the master from its
-    # top down to the end of that model's block.
-    scan_bytes = sum(ends[k] for k, _ in used)
+    points, spans = write_master(master, models, args.size_mb)
+    # One pass finds the design models' blocks, reading the master from its
+    # top down to the last of them; then each block is read again to be
+    # copied.
+    scan_bytes = max(spans[k][0] for k, _ in used) + sum(spans[k][1] - spans[k][0] for k, _ in used)
     write_pad(os.path.join(args.outdir, PAD_NAME), signals, unused)
     with open(os.path.join(args.outdir, "expected_models.txt"), "w") as out:
         out.write("".join(k + "\n" for k, _ in sorted(used)))

@@ -7,9 +7,11 @@
 #   PAD2IBIS=/path/to/pad2ibis   program to time; otherwise it is built in
 #                                build-bench/ at the top of the tree
 #   SIZE_MB=20                   size of the master file in MB (10^6 bytes)
+#   DESIGN_MODELS=100            distinct models that the design uses
 #   RUNS=3                       timed runs of pad2ibis and of cat
 #
-# The inputs are made by gen_bench.py when missing (or made for another size).
+# The inputs are made by gen_bench.py when missing (or made for another size
+# or number of design models).
 # Each run copies the pad report into a fresh working directory, so that the
 # design IBIS file lands in its IBIS/ subdirectory, and runs pad2ibis there
 # under /usr/bin/time -v. The last run's directory stays as OUTDIR/last_run.
@@ -19,6 +21,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 root=$(dirname "$here")
 outdir=${1:-$here/out}
 size_mb=${SIZE_MB:-20}
+design_models_wanted=${DESIGN_MODELS:-100}
 runs=${RUNS:-3}
 
 die() { echo "run.sh: $*" >&2; exit 1; }
@@ -49,9 +52,10 @@ info=$outdir/bench_info.txt
 field() { sed -n "s/^$1=//p" "$info"; }
 same_size() { awk -v a="$1" -v b="$2" 'BEGIN { exit !(a + 0 == b + 0) }'; }
 if [ ! -f "$info" ] || [ ! -f "$outdir/$(field master)" ] || [ ! -f "$outdir/$(field pad)" ] ||
-   [ -z "$(field model_pass_bytes)" ] || ! same_size "$(field size_mb)" "$size_mb"; then
-    echo "generating the inputs in $outdir ($size_mb MB master)"
-    python3 "$here/gen_bench.py" --size-mb "$size_mb" "$outdir" >/dev/null
+   [ -z "$(field model_pass_bytes)" ] || ! same_size "$(field size_mb)" "$size_mb" ||
+   [ "$(field design_models)" != "$design_models_wanted" ]; then
+    echo "generating the inputs in $outdir ($size_mb MB master, $design_models_wanted design models)"
+    python3 "$here/gen_bench.py" --size-mb "$size_mb" --design-models "$design_models_wanted" "$outdir" >/dev/null
 fi
 master=$outdir/$(field master)
 pad=$(field pad)

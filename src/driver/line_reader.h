@@ -15,12 +15,26 @@ const int IBS_AMI_LINE_SIZE = 4096;
 
 // Reads one line into buf, which has room for size bytes, the NUL included,
 // so a line holds at most size - 1 characters. A longer line sets the
-// stream's fail state (buf then holds its first size - 1 characters); a last
-// line without line end sets the end-of-file state.
+// stream's fail state (buf then holds its first size - 1 characters and the
+// rest stays unread); a last line without line end sets the end-of-file
+// state; a read that takes nothing sets the fail state. Every byte is stored
+// as it is read, NUL and CR included. Tells how many characters it took
+// from the stream, the line end included.
+std::streamsize ibsReadLineCounted(std::istream& in, char* buf, int size);
+
+// The same, for reading loops that test the stream.
 inline std::istream& ibsReadLine(std::istream& in, char* buf, int size)
 {
-    return in.getline(buf, size);
+    ibsReadLineCounted(in, buf, size);
+    return in;
 }
+
+// Steps over the lines that the stream's buffer holds whole, as far as each
+// would be read by ibsReadLine with this size without failing, ends in a line
+// end and holds neither mark nor NUL. Stops before any other line and where
+// the buffer ends, and never refills it but when it is empty. Tells how many
+// characters it stepped over.
+std::streamsize ibsSkipPlainLines(std::istream& in, char mark, int size);
 
 // True once a reading loop has to end: at the end of the file, or when the
 // stream failed (an over-long line or an unreadable file).

@@ -12,6 +12,7 @@
 #include "host/ut_string.h"
 #include "host/ut_timestamp.h"
 #include "host/ut_version.h"
+#include "writer/model_index.h"
 
 namespace {
 
@@ -73,10 +74,21 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
     _masterStream.clear();
 
     writeDiffPinSection();
-    for (std::string const& model : _designModels) {
-        writeModelInfo(model);
-        writeEndModel(model);
-        writeSectionSeperator();
+    // The blocks of the design's models are located in one pass over the
+    // master, then copied from there, each followed by its closing lines.
+    if (!_designModels.empty()) {
+        _masterStream.open(_masterIbisFile.c_str());
+        isDeviceIbisFileOpen();
+        std::vector<std::string> const models(_designModels.begin(), _designModels.end());
+        std::vector<ModelBlockStart> const starts = findModelBlocks(_masterStream, models);
+        for (size_t i = 0; i < models.size(); ++i) {
+            if (starts[i].next >= 0)
+                copyModelBlock(_masterStream, _designStream, starts[i]);
+            writeEndModel(models[i]);
+            writeSectionSeperator();
+        }
+        _masterStream.close();
+        _masterStream.clear();
     }
     _designStream << "| End [Component]\n";
     _designStream << "[End]\n";
