@@ -15,9 +15,6 @@ TEST(Program, HelpVersionAndUsageErrors)
     ts::RunResult r = ts::runProgram({"--help"}, dir.path());
     EXPECT_EQ(r.exitCode, 0);
     EXPECT_EQ(r.out.rfind("Usage: pad2ibis [OPTIONS] PAD_FILE MASTER_IBS\n", 0), 0u) << r.out;
-    for (char const* option : {"--family", "--vargon", "--ncd", "--brinmark", "--dphy", "--msgflow", "--btn",
-                               "--dump-alt-models", "--ami", "--channels", "--version"})
-        EXPECT_NE(r.out.find(option), S::npos) << option;
     EXPECT_EQ(r.err, "");
 
     r = ts::runProgram({"--version"}, dir.path());
@@ -46,25 +43,6 @@ TEST(Program, LibraryFailuresKeepTheirExitCodes)
     r = ts::runProgram({"--msgflow", "absent.pad", "m.ibs"}, dir.path());
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_EQ(r.err, "padmodel-1015\tabsent.pad\n");
-}
-
-TEST(Program, AdviceDumpSwitchOfTheHostChangesNothing)
-{
-    S const pad = ts::readFile(ts::sourcePath("examples/demo.pad"));
-    S outputs[2], designs[2];
-    for (int i = 0; i < 2; ++i) {
-        ts::TempDir dir;
-        ts::writeFile(dir.file("demo.pad"), pad);
-        ts::RunResult r = ts::runProgram({"demo.pad", ts::sourcePath("examples/kva3_master.ibs")}, dir.path(),
-                                         {{"TW_DUMP_ADVICE", i == 0 ? "<unset>" : "1"}});
-        EXPECT_EQ(r.exitCode, 0);
-        outputs[i] = r.out.substr(r.out.find("WARNING"));
-        outputs[i] = outputs[i].substr(0, outputs[i].find("Generating"));
-        designs[i] = ts::readFile(dir.file("IBIS/demo.ibs"));
-    }
-    EXPECT_EQ(outputs[0], outputs[1]);
-    EXPECT_EQ(designs[0], designs[1]);
-    EXPECT_NE(designs[0].find("[Model]"), S::npos);
 }
 
 TEST(Program, AlternateModelTreesDumpedBetweenReadingTheMasterAndResolving)

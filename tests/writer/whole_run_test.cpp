@@ -81,6 +81,16 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
          {"board21_btn1.ibs", "board21_btn2.ibs"}, {"board21.ibs", "board21_btn0.ibs"}},
         {"board20.pad", "zu2_master.ibs", {"--btn", "2"}, "board20.ibs", "board20.ibs.expected",
          created + generating("board20.ibs"), {}, {"board20_btn0.ibs", "board20_btn1.ibs"}},
+        // A master with the edges its passes meet (blocks out of name order,
+        // notes naming a model, repeated and doubled "[Model]" lines, CR, NUL
+        // and bytes above 127 in a block, lines of 254 to 256 characters, no
+        // last line end): the expected file is what the program wrote before
+        // its master passes were reworked.
+        {"design.pad", "edges_master.ibs", {}, "design.ibs", "edges_design.ibs.expected",
+         "WARNING: Input model \"lvc330axxxuaaaaaaain\" for signal \"btn_n\" is not available.\n"
+         "Setting to \"lvc330axxxuaaaaaaaio\" Available IBIS model.\n"
+         "WARNING: Ibis Model \"lvc330f040naaaaaaaou\" for the signal \"dbg_out\" is not available.\n" +
+             created + generating("design.ibs") + advice},
         // With a message flow the writer's messages are posted; the side
         // files' texts are still printed.
         {"one_led_cabga400.pad", "kx3_master.ibs", {"--msgflow", "--btn", "1"}, "one_led_cabga400_zu2.ibs", "",
@@ -106,7 +116,8 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
 
         std::string const text = ts::readFile(cwd + "/IBIS/" + c.produced);
         EXPECT_EQ(text, c.expected.empty() ? text : ts::readFile(wt::dataPath(c.expected)));
-        expectSound(text, c.produced);
+        if (c.master != "edges_master.ibs") // its bytes are not IBIS text
+            expectSound(text, c.produced);
         std::string::size_type const listing = result.out.rfind("-----------------------\n");
         EXPECT_EQ(result.out.substr(listing == std::string::npos ? 0 : listing + 24), filled(c.out, cwd, master));
         EXPECT_NE(result.err.find(filled(c.err, cwd, master)), std::string::npos) << result.err;

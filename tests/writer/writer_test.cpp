@@ -61,6 +61,9 @@ TEST(Frame, FatalPaths)
     probe.setMaster("[IBIS Ver] 5.0\n[Component]     ZU2-40E\n[Package]\n|CABGA256\nR_pkg 0.2 0.1 0.3\n|\n"
                     "[Pin]  signal_name  model_name\n|\n[Model]  m_out\nModel_type  Output\n| End [Model] m_out\n");
     probe.put("k_btn.ibs", "[IBIS Ver] 5.0\n");
+    probe.openDesign(); // one model's block, copied by itself
+    probe.writeModelInfo("m_out");
+    EXPECT_EQ(probe.design(), "[Model]  m_out\nModel_type  Output\n");
     IBIS_MODEL::_input_dev_name = "KVA3-40E-6BG256C";
     auto dies = [&](std::string const& design, int btnCount, int code, std::string const& message) {
         probe._designIbisFile = design;
