@@ -30,9 +30,11 @@ mkdir -p "$build/obj" "$work" "$findings"
 cflags="-std=c++17 -g -O1 -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all \
  -DPAD2IBIS_FATAL_THROWS -I$root/src -I$root"
 sources=$(ls "$root"/src/*/*.cpp "$root/app/channels.cpp")
+# An object is rebuilt when its source or any header is newer than it.
+newest_header=$(ls -t "$root"/src/*/*.h "$root"/app/*.h | head -1)
 for src in $sources; do
     obj=$build/obj/$(echo "$src" | sed "s|$root/||; s|/|_|g; s|\.cpp$|.o|")
-    if [ ! -f "$obj" ] || [ "$src" -nt "$obj" ]; then
+    if [ ! -f "$obj" ] || [ "$src" -nt "$obj" ] || [ "$newest_header" -nt "$obj" ]; then
         echo "$src $obj"
     fi
 done | xargs -r -P "$jobs" -n 2 sh -c "$cxx $cflags -c \"\$0\" -o \"\$1\""
@@ -47,8 +49,8 @@ done
 # Seed corpora: the committed seeds and the example files, the master
 # ones behind a flag byte (0x00 the demo family, 0xC8 the table-driven one).
 seed() { mkdir -p "$work/$1"; cp "$2" "$work/$1/$3"; }
+mkdir -p "$work/pad" "$work/master" "$work/ami" "$work/channels"
 for t in $targets; do
-    mkdir -p "$work/$t"
     [ -d "$here/seeds/$t" ] && cp "$here/seeds/$t"/* "$work/$t/" 2>/dev/null || true
 done
 for f in "$root"/examples/*.pad "$root"/tests/*/data/*.pad "$root"/tests/*/data/*/*.pad; do
