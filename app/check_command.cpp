@@ -29,17 +29,17 @@ int runCheckCommand(int argc, char const* const* argv)
 {
     bool master = false;
     std::string family;
-    std::vector<std::string> files;
-    for (int i = 0; i < argc; ++i) {
+    // Options stand ahead of the files; "--" or the first other word ends
+    // them, and everything behind is a file.
+    int i = 0;
+    for (; i < argc; ++i) {
         std::string const arg = argv[i];
-        if (!files.empty() || arg.compare(0, 2, "--") != 0 || arg == "--") {
-            if (arg != "--" || !files.empty())
-                files.push_back(arg);
-            if (arg == "--")
-                for (++i; i < argc; ++i)
-                    files.push_back(argv[i]);
-            continue;
+        if (arg == "--") {
+            ++i;
+            break;
         }
+        if (arg.compare(0, 2, "--") != 0)
+            break;
         if (arg == "--master") {
             master = true;
         } else if (arg == "--family") {
@@ -50,6 +50,7 @@ int runCheckCommand(int argc, char const* const* argv)
             return usageError("unknown option " + arg);
         }
     }
+    std::vector<std::string> const files(argv + i, argv + argc);
     if (files.empty())
         return usageError("no file to check");
     if (!family.empty() && !master)

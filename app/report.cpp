@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <iterator>
 
 #include "driver/basibsgen.h"
 
@@ -220,7 +221,7 @@ std::string ResolutionReport::json() const
                ", \"signals\": " + std::to_string(_models[i].second) + "}";
     out += _models.empty() ? "],\n" : "\n  ],\n";
     out += "  \"counts\": {";
-    for (std::size_t i = 0; i < 5; ++i)
+    for (std::size_t i = 0; i < std::size(kOutcomes); ++i)
         out += std::string(i == 0 ? "" : ", ") + jsonString(kOutcomes[i]) + ": " +
                std::to_string(count(kOutcomes[i]));
     return out + "}\n}\n";
