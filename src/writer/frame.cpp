@@ -12,6 +12,7 @@
 #include "host/ut_string.h"
 #include "host/ut_timestamp.h"
 #include "host/ut_version.h"
+#include "writer/bulk_output.h"
 #include "writer/model_index.h"
 
 namespace {
@@ -81,6 +82,8 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
         isDeviceIbisFileOpen();
         std::vector<std::string> const models(_designModels.begin(), _designModels.end());
         std::vector<ModelBlockStart> const starts = findModelBlocks(_masterStream, models);
+        // The blocks go out to the design file in large pieces.
+        BulkOutputScope const bulk(_designStream);
         for (size_t i = 0; i < models.size(); ++i) {
             if (starts[i].next >= 0)
                 copyModelBlock(_masterStream, _designStream, starts[i]);
