@@ -75,7 +75,7 @@ if [ ! -x "$timer" ]; then
     timer=
 fi
 now_ns() { date +%s%N; }
-seconds() { awk -v ns="$1" 'BEGIN { printf "%.3f", ns / 1e9 }'; }
+seconds() { awk -v ns="$1" 'BEGIN { printf "%.4f", ns / 1e9 }'; }
 median() { printf '%s\n' "$@" | sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
 maximum() { printf '%s\n' "$@" | sort -n | tail -1; }
 

@@ -10,11 +10,10 @@ namespace {
 constexpr long long kBoundary = 64 * 1024;
 constexpr size_t kCapacity = 4 * kBoundary;
 
-// Where `file` stands: flushed, then asked for its offset. A file that
+// Where `file` stands, what it holds unwritten included. A file that
 // cannot tell counts from 0, which only costs speed.
 long long offsetOf(std::streambuf& file)
 {
-    file.pubsync();
     std::streamoff const at = file.pubseekoff(0, std::ios::cur, std::ios::out);
     return at < 0 ? 0 : static_cast<long long>(at);
 }
