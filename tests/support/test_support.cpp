@@ -1,5 +1,6 @@
 #include "support/test_support.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <csignal>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,6 +22,16 @@ namespace ts {
 
 TempDir::TempDir()
 {
+    // No test writes more than a few MB. A writer that never stops (a
+    // planted fault, say) gets SIGXFSZ at 256 MB instead of filling the disk;
+    // the program runs inherit the limit.
+    static bool const limited = [] {
+        rlimit size{};
+        getrlimit(RLIMIT_FSIZE, &size);
+        size.rlim_cur = std::min<rlim_t>(size.rlim_max, rlim_t(256) << 20);
+        return setrlimit(RLIMIT_FSIZE, &size) == 0;
+    }();
+    (void)limited;
     char const* base = std::getenv("TMPDIR");
     std::string pattern = std::string(base && *base ? base : "/tmp") + "/pad2ibis-test-XXXXXX";
     std::vector<char> buf(pattern.begin(), pattern.end());
