@@ -2,6 +2,7 @@
 
 #include "writer/bulk_output.h"
 
+#include <algorithm>
 #include <cstring>
 #include <ios>
 
