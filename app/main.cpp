@@ -7,7 +7,7 @@
 #include "app/ami_host.h"
 #include "app/check_command.h"
 #include "app/options.h"
-#include "app/report.h"
+#include "report/resolution_report.h"
 #include "driver/basibsgen.h"
 #include "driver/messages.h"
 #include "host/msgmanager.h"

@@ -56,7 +56,7 @@ TEST(Report, RowsAndByteIdentityOnTheExamples)
         EXPECT_EQ(reported.err, plain.err);
         EXPECT_EQ(designFiles(work.path()), plainFiles);
         EXPECT_FALSE(plainFiles.empty());
-        EXPECT_EQ(ts::readFile(work.file(c.report)), ts::readFile(ts::sourcePath("tests/app/data/" + c.expected)));
+        EXPECT_EQ(ts::readFile(work.file(c.report)), ts::readFile(ts::sourcePath("tests/report/data/" + c.expected)));
     }
 }
 

@@ -1,5 +1,5 @@
-#ifndef PAD2IBIS_APP_REPORT_H
-#define PAD2IBIS_APP_REPORT_H
+#ifndef PAD2IBIS_REPORT_RESOLUTION_REPORT_H
+#define PAD2IBIS_REPORT_RESOLUTION_REPORT_H
 
 // The resolution report of a pad report run: which model each signal got and
 // why. It is built from what the generator did, its signal records after the

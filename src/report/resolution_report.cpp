@@ -1,62 +1,12 @@
-#include "app/report.h"
-
-#include <cstdio>
-#include <fstream>
-#include <iterator>
+#include "report/resolution_report.h"
 
 #include "driver/basibsgen.h"
 
 namespace {
 
-char const* const kOutcomes[] = {"resolved", "fallback", "substituted", "missing", "none"};
-
 std::string text(char const* value)
 {
     return value != nullptr ? value : "";
-}
-
-// RFC 4180: a field with a comma, a double quote or a line break goes in
-// double quotes, and its double quotes are doubled.
-std::string csvField(std::string const& value)
-{
-    if (value.find_first_of(",\"\r\n") == std::string::npos)
-        return value;
-    std::string quoted = "\"";
-    for (char c : value)
-        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
-}
-
-std::string csvRow(std::vector<std::string> const& fields)
-{
-    std::string row;
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        row += (i == 0 ? "" : ",") + csvField(fields[i]);
-    return row + "\r\n";
-}
-
-std::string jsonString(std::string const& value)
-{
-    std::string quoted = "\"";
-    for (unsigned char c : value) {
-        if (c == '"' || c == '\\') {
-            quoted += '\\';
-            quoted += static_cast<char>(c);
-        } else if (c < 0x20) {
-            char escaped[8];
-            std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
-            quoted += escaped;
-        } else {
-            quoted += static_cast<char>(c);
-        }
-    }
-    return quoted + "\"";
-}
-
-bool endsWith(std::string const& value, std::string const& tail)
-{
-    return value.size() >= tail.size() &&
-           value.compare(value.size() - tail.size(), tail.size(), tail) == 0;
 }
 
 } // namespace
@@ -176,61 +126,4 @@ int ResolutionReport::count(std::string const& outcome) const
     for (SignalOutcome const& signal : _signals)
         n += signal.outcome == outcome ? 1 : 0;
     return n;
-}
-
-std::string ResolutionReport::csv() const
-{
-    std::string out = csvRow({"signal", "pin", "bank", "port_type", "io_settings", "model_key",
-                              "outcome", "model"});
-    for (SignalOutcome const& s : _signals)
-        out += csvRow({s.name, s.pin, s.bank, s.portType, s.settings, s.key, s.outcome, s.model});
-    out += "\r\n" + csvRow({"model", "signals"});
-    for (auto const& model : _models)
-        out += csvRow({model.first, std::to_string(model.second)});
-    out += "\r\n" + csvRow({"outcome", "count"});
-    for (char const* outcome : kOutcomes)
-        out += csvRow({outcome, std::to_string(count(outcome))});
-    return out;
-}
-
-std::string ResolutionReport::json() const
-{
-    std::string out = "{\n  \"run\": {\n";
-    out += "    \"inputs\": {\"pad_report\": " + jsonString(_padFile) +
-           ", \"master_file\": " + jsonString(_masterFile) + "},\n";
-    out += "    \"generator\": " + jsonString(_variant ? "table-driven" : "standard") + ",\n";
-    out += "    \"family\": " + jsonString(_family) + ",\n";
-    out += "    \"part\": " + jsonString(_part) + ",\n";
-    out += "    \"package\": " + jsonString(_package) + ",\n";
-    out += "    \"master\": {\"component\": " + jsonString(_component) + "}\n  },\n";
-    out += "  \"signals\": [";
-    for (std::size_t i = 0; i < _signals.size(); ++i) {
-        SignalOutcome const& s = _signals[i];
-        out += std::string(i == 0 ? "\n" : ",\n") + "    {\"signal\": " + jsonString(s.name) +
-               ", \"pin\": " + jsonString(s.pin) + ", \"bank\": " + jsonString(s.bank) +
-               ", \"port_type\": " + jsonString(s.portType) +
-               ", \"io_settings\": " + jsonString(s.settings) +
-               ", \"model_key\": " + jsonString(s.key) + ", \"outcome\": " + jsonString(s.outcome) +
-               ", \"model\": " + jsonString(s.model) + "}";
-    }
-    out += _signals.empty() ? "],\n" : "\n  ],\n";
-    out += "  \"models\": [";
-    for (std::size_t i = 0; i < _models.size(); ++i)
-        out += std::string(i == 0 ? "\n" : ",\n") + "    {\"model\": " +
-               jsonString(_models[i].first) +
-               ", \"signals\": " + std::to_string(_models[i].second) + "}";
-    out += _models.empty() ? "],\n" : "\n  ],\n";
-    out += "  \"counts\": {";
-    for (std::size_t i = 0; i < std::size(kOutcomes); ++i)
-        out += std::string(i == 0 ? "" : ", ") + jsonString(kOutcomes[i]) + ": " +
-               std::to_string(count(kOutcomes[i]));
-    return out + "}\n}\n";
-}
-
-bool ResolutionReport::write(std::string const& path) const
-{
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file << (endsWith(path, ".json") ? json() : csv());
-    file.close();
-    return static_cast<bool>(file);
 }
