@@ -4,6 +4,8 @@
 
 #include "writer/option_sections.h"
 
+#include <cctype>
+
 #include "driver/basibsgen.h"
 #include "writer/design_file_options.h"
 
@@ -28,6 +30,15 @@ std::string designValue(IBIS_MODEL const& generator, std::string const& table, s
             if (row.second == code)
                 return row.first;
     return code;
+}
+
+// The names a [Pin] row gives a pin that has no model: supply, ground, not
+// connected, and an external circuit; any letter case.
+bool isReservedModelName(std::string name)
+{
+    for (char& c : name)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return name == "POWER" || name == "GND" || name == "NC" || name == "CIRCUITCALL";
 }
 
 } // namespace
@@ -99,7 +110,9 @@ std::set<std::string> modelsWithBlocks(IBIS_MODEL const& generator)
     IbsDesignFileOptions const& options = ibsDesignFileOptions();
     std::set<std::string> models = generator._designModels;
     if (options.allModels)
-        models.insert(generator._availableModels.begin(), generator._availableModels.end());
+        for (std::string const& model : generator._availableModels)
+            if (!isReservedModelName(model))
+                models.insert(model);
     ModelSelectors const selectors(generator._availableModels, options.modelSelectors);
     for (std::string const& model : generator._designModels)
         for (std::string const& entry : selectors.entries(model))

@@ -63,7 +63,8 @@ void writeModelSelectors(IBIS_MODEL& generator);
 
 // The models whose [Model] blocks the design file holds, in the order they
 // are written: the design's, and as the options ask every model of the
-// master's [Pin] list and every model a selector lists.
+// master's [Pin] list (but POWER, GND, NC and CIRCUITCALL, which name no
+// model) and every model a selector lists.
 std::set<std::string> modelsWithBlocks(IBIS_MODEL const& generator);
 
 #endif
