@@ -22,7 +22,8 @@ std::string withComponentName(std::string const& line, std::string const& name)
     std::string::size_type const nameStart = line.find_first_not_of(" \t", keywordEnd);
     if (nameStart == std::string::npos)
         return line.substr(0, keywordEnd) + (keywordEnd < line.size() ? line.substr(keywordEnd) : " ") + name;
-    std::string::size_type nameEnd = line.find_first_of(" \t", nameStart);
+    // The name ends at a blank, a tab or the CR of a CR LF line end.
+    std::string::size_type nameEnd = line.find_first_of(" \t\r", nameStart);
     if (nameEnd == std::string::npos)
         nameEnd = line.size();
     // A name written straight behind the keyword gets a blank ahead of it.
@@ -67,8 +68,7 @@ std::vector<PinRowName> pinRowNames(std::vector<IB_IOBUF*> const& iobufs,
     std::map<std::string, int> cutCount;
     std::vector<std::size_t> cut;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (!rows[i].row)
-            continue;
+        // A signal without a row has an empty stem, which fits.
         if (rows[i].stem.size() <= room(rows[i])) {
             for (std::string const& sign : signs(rows[i]))
                 taken.insert(rows[i].stem + sign);

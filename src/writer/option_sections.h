@@ -18,7 +18,8 @@ class IB_IOBUF;
 // leading blanks and tabs and up to the next blank, holds "[Component]".
 bool isComponentLine(char const* line);
 // The component line with its name, the token behind the keyword, replaced;
-// the keyword, the blanks behind it and the rest of the line stay.
+// the keyword, the blanks behind it and the rest of the line (a comment, a
+// CR) stay.
 std::string withComponentName(std::string const& line, std::string const& name);
 
 // The name of a signal's [Pin] rows without the "+" or "-" of a pair.

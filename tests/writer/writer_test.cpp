@@ -128,6 +128,8 @@ TEST(Preamble, ComponentNameOfTheHost)
         {"[Component]     KVANR3-40E\n", "", "[Component]     U7 x\n"},
         {"  [Component]\tKVANR3-40E  | main die\n", "", "  [Component]\tU7 x  | main die\n"},
         {"[Component]KVANR3\n", "", "[Component] U7 x\n"},
+        {"[Component] KVANR3\r\n", "", "[Component] U7 x\r\n"},
+        {"[Component]\r\n", "", "[Component] U7 x\r\n"},
         {"[Component]\n[Component] B\n", "", "[Component] U7 x\n[Component] B\n"},
         {"[Component]  \n", "", "[Component]  U7 x\n"},
         {"| [Component] A\n[Manufacturer] C\n[component] B\n[Component] D\n", "",
