@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -60,19 +59,17 @@ int runCheckCommand(int argc, char const* const* argv)
     bool unreadable = false;
     for (std::string const& path : files) {
         std::ifstream in(path, std::ios::binary);
-        std::ostringstream text;
+        std::vector<ibischeck::Finding> findings;
         if (in)
-            text << in.rdbuf();
-        if (!in || in.bad()) {
+            findings = master ? ibischeck::checkMasterFile(in, family)
+                              : ibischeck::checkDesignFile(in, baseName(path));
+        if (!in.is_open() || in.bad()) {
             std::fflush(stdout);
             std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
             unreadable = true;
             continue;
         }
         ++checked;
-        std::vector<ibischeck::Finding> const findings =
-            master ? ibischeck::checkMasterFile(text.str(), family)
-                   : ibischeck::checkDesignFile(text.str(), baseName(path));
         for (ibischeck::Finding const& finding : findings) {
             std::puts(ibischeck::formatFinding(path, finding).c_str());
             (finding.severity == ibischeck::Severity::Error ? errors : warnings) += 1;
