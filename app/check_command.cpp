@@ -58,12 +58,17 @@ int runCheckCommand(int argc, char const* const* argv)
     int errors = 0, warnings = 0, checked = 0;
     bool unreadable = false;
     for (std::string const& path : files) {
-        std::ifstream in(path, std::ios::binary);
         std::vector<ibischeck::Finding> findings;
-        if (in)
-            findings = master ? ibischeck::checkMasterFile(in, family)
-                              : ibischeck::checkDesignFile(in, baseName(path));
-        if (!in.is_open() || in.bad()) {
+        bool read = false;
+        if (master) {
+            read = ibischeck::checkMasterPath(path, family, findings);
+        } else {
+            std::ifstream in(path, std::ios::binary);
+            if (in)
+                findings = ibischeck::checkDesignFile(in, baseName(path));
+            read = in.is_open() && !in.bad();
+        }
+        if (!read) {
             std::fflush(stdout);
             std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
             unreadable = true;

@@ -52,6 +52,8 @@ public:
     NamingSection endingAt(int end) const;
     void setEnd(int end) { _end = end; }
     bool ended() const { return _end != 0; }
+    // No table is being read, and none waits for the line behind it.
+    bool idle() const { return _table == nullptr && _pending == nullptr; }
 
     void feed(std::string_view line, int number);
     // The end of the file of `lines` lines: the findings go to findings.

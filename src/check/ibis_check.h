@@ -31,6 +31,9 @@ std::vector<Finding> checkDesignFile(std::string const& text, std::string const&
 // that family are all there before the point where it stops reading them.
 std::vector<Finding> checkMasterFile(std::istream& in, std::string const& family = "");
 std::vector<Finding> checkMasterFile(std::string const& text, std::string const& family = "");
+// The same for the file at path, with the same findings; a large file is
+// read in two parts at once. False when the file cannot be read.
+bool checkMasterPath(std::string const& path, std::string const& family, std::vector<Finding>& findings);
 
 // "FILE:LINE: error: TEXT" or "FILE:LINE: warning: TEXT".
 std::string formatFinding(std::string const& file, Finding const& finding);

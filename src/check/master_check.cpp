@@ -5,11 +5,15 @@
 // the generator then writes or does.
 
 #include <algorithm>
+#include <atomic>
+#include <cstdint>
 #include <cstring>
+#include <fstream>
 #include <istream>
 #include <map>
 #include <optional>
 #include <sstream>
+#include <thread>
 
 #include "check/check_text.h"
 #include "check/model_rules.h"
@@ -61,6 +65,10 @@ bool endsPreamble(std::string_view line)
     return at != std::string::npos && at <= 3;
 }
 
+// The [IBIS Ver] line as the check takes it.
+struct Header;
+Header headerOf(std::string_view line, char comment);
+
 // The copy of one model block: from its [Model] line to the next line that
 // holds "[Model]". Its model, as IBIS reads it, may end earlier (at a
 // keyword of the file or the component) or later (behind its closing
@@ -79,6 +87,25 @@ struct Block {
     int contentAfterEnd = 0; // its first content line behind the copy's end
 };
 
+// Where the reading of a file stands once its frame is read: what a check
+// that starts at a later [Model] line assumes.
+struct Header {
+    bool versionSeen = false;
+    double version = 5.0;
+};
+
+Header headerOf(std::string_view line, char comment)
+{
+    Header header;
+    header.versionSeen = true;
+    std::vector<std::string_view> fields;
+    ibis::splitFields(ibis::keywordRest(line), comment, fields);
+    double const version = fields.empty() ? 0 : ibisVersion(std::string(fields[0]));
+    if (version != 0)
+        header.version = version;
+    return header;
+}
+
 class MasterCheck {
 public:
     explicit MasterCheck(std::string const& family)
@@ -87,8 +114,33 @@ public:
         _context.master = true;
     }
 
+    // A check of the rest of a file from one of its [Model] lines on, whose
+    // frame (naming tables, component, package, [Pin] list) lies ahead.
+    MasterCheck(std::string const& family, Header const& header) : MasterCheck(family)
+    {
+        _naming.setEnd(1);
+        _component = _package = _pin = 1;
+        _packageKeyword = _sawPackageKeyword = true;
+        _pinList = PinList::Done;
+        _header = header;
+        _context.version = header.version;
+    }
+
     void feed(ibis::Line const& line);
     std::vector<Finding> finish(int lines);
+
+    // The state ahead of the current line is what a check of the rest of
+    // the file from here would assume.
+    bool canHandOver(Header const& header) const;
+    // The [Model] line where the other check starts: it ends the open block
+    // and model; what follows is the other check's.
+    void handOver(ibis::Line const& line);
+    // The end of the file, for the blocks of a check that started later.
+    void finishBlocks(int lines);
+    // Takes on the findings and blocks of the check of the rest of the file.
+    void absorb(MasterCheck& later);
+    // The end of the file, for the frame; all findings in line order.
+    std::vector<Finding> finishFrame(int lines);
 
 private:
     void checkLength(ibis::Line const& line);
@@ -104,6 +156,7 @@ private:
     std::vector<Finding> _findings;
     ibis::CommentChar _comment;
     ModelContext _context;
+    Header _header;
     int _number = 0;           // the line being read
     std::string _keywordShown; // its keyword, as written
 
@@ -377,12 +430,9 @@ void MasterCheck::feed(ibis::Line const& line)
         _keywordShown = std::string(ibis::keywordShown(line.text));
     if (keyword) {
         std::string const key = ibis::keywordKey(line.text);
-        if (key == "ibis ver" && _context.version == 5.0) {
-            std::vector<std::string_view> fields;
-            ibis::splitFields(ibis::keywordRest(line.text), _comment.current(), fields);
-            double const version = fields.empty() ? 0 : ibisVersion(std::string(fields[0]));
-            if (version != 0)
-                _context.version = version;
+        if (key == "ibis ver" && !_header.versionSeen) {
+            _header = headerOf(line.text, _comment.current());
+            _context.version = _header.version;
         }
         if (_package != 0 && !_sawPackageKeyword) {
             if (key == "package")
@@ -420,15 +470,55 @@ void MasterCheck::feed(ibis::Line const& line)
         _comment.change(ibis::keywordRest(line.text));
 }
 
-std::vector<Finding> MasterCheck::finish(int lines)
+void MasterCheck::finishBlocks(int lines)
 {
     _number = lines;
     _reader.finish();
     if (_block)
         closeBlock(0, "");
     settle();
-    int const lastLine = std::max(1, lines);
+    for (LongLine const& l : _longLines)
+        addWarning(_findings, l.line,
+                   "line of " + std::to_string(l.counted) + " characters behind the last line that holds "
+                   "\"[Model]\"; no reader stops on it early");
+    _longLines.clear();
+}
 
+std::vector<Finding> MasterCheck::finish(int lines)
+{
+    finishBlocks(lines);
+    return finishFrame(lines);
+}
+
+bool MasterCheck::canHandOver(Header const& header) const
+{
+    return _component != 0 && _package != 0 && _pin != 0 && _sawPackageKeyword && _pinList == PinList::Done &&
+           _naming.idle() && (!_namingWithoutComponent || _namingWithoutComponent->idle()) &&
+           _comment.current() == '|' && _header.versionSeen == header.versionSeen &&
+           _header.version == header.version;
+}
+
+void MasterCheck::handOver(ibis::Line const& line)
+{
+    _number = line.number;
+    _keywordShown = std::string(ibis::keywordShown(line.text));
+    _reader.feed(line, _comment.current());
+    _reader.drop();
+    blockLine(line, false);
+    _blocks.pop_back();
+    _block.reset();
+    settle();
+}
+
+void MasterCheck::absorb(MasterCheck& later)
+{
+    _findings.insert(_findings.end(), later._findings.begin(), later._findings.end());
+    _blocks.insert(_blocks.end(), later._blocks.begin(), later._blocks.end());
+}
+
+std::vector<Finding> MasterCheck::finishFrame(int lines)
+{
+    int const lastLine = std::max(1, lines);
     // The naming section ends at the component line; without one, at the
     // first package or [Pin] line.
     bool const naming = _component != 0 || !_namingWithoutComponent;
@@ -439,10 +529,6 @@ std::vector<Finding> MasterCheck::finish(int lines)
         namingEnd = _package != 0 ? _package : _pin;
     for (LongLine const& l : _namingUnsure)
         gradeLength(l, namingEnd == 0 || l.line < namingEnd);
-    for (LongLine const& l : _longLines)
-        addWarning(_findings, l.line,
-                   "line of " + std::to_string(l.counted) + " characters behind the last line that holds "
-                   "\"[Model]\"; no reader stops on it early");
     (naming ? _naming : *_namingWithoutComponent).finish(lines, _findings);
 
     if (_component == 0)
@@ -497,6 +583,162 @@ std::vector<Finding> checkMasterFile(std::string const& text, std::string const&
 {
     std::istringstream in(text);
     return checkMasterFile(in, family);
+}
+
+namespace {
+
+// Files from this size on are read in two parts at once.
+std::uintmax_t const kSplitSize = 8u << 20;
+
+// The line ends in the first `size` bytes of the stream, eight bytes at a
+// time; the stream stands at `size` behind them.
+bool countLines(std::istream& in, std::uintmax_t size, int& lines)
+{
+    std::vector<char> buffer(1 << 18);
+    std::uint64_t count = 0;
+    while (size > 0) {
+        std::size_t const want = static_cast<std::size_t>(std::min<std::uintmax_t>(size, buffer.size()));
+        if (!in.read(buffer.data(), static_cast<std::streamsize>(want)))
+            return false;
+        size -= want;
+        char const* p = buffer.data();
+        std::size_t i = 0;
+        while (i + 8 <= want) {
+            // A byte per byte lane counts the LFs, up to 255 rounds.
+            std::uint64_t lanes = 0;
+            for (int round = 0; round < 255 && i + 8 <= want; ++round, i += 8) {
+                std::uint64_t v;
+                std::memcpy(&v, p + i, 8);
+                std::uint64_t const x = v ^ 0x0A0A0A0A0A0A0A0Aull;
+                std::uint64_t const t = (x & 0x7F7F7F7F7F7F7F7Full) + 0x7F7F7F7F7F7F7F7Full;
+                lanes += ~(t | x | 0x7F7F7F7F7F7F7F7Full) >> 7;
+            }
+            count += (lanes * 0x0101010101010101ull) >> 56;
+        }
+        for (; i < want; ++i)
+            count += p[i] == '\n' ? 1 : 0;
+    }
+    lines = static_cast<int>(count);
+    return true;
+}
+
+// Where the second part starts: the first line that begins with "[Model]"
+// behind `from`; 0 for none. And the [IBIS Ver] line of the file's head.
+std::uintmax_t splitPoint(std::istream& in, std::uintmax_t from, Header& header)
+{
+    std::vector<char> buffer(1 << 16);
+    in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    std::string_view const head(buffer.data(), static_cast<std::size_t>(in.gcount()));
+    for (std::size_t at = 0; at < head.size();) {
+        std::size_t const lf = head.find('\n', at);
+        if (lf == std::string_view::npos)
+            break;
+        std::string_view line = head.substr(at, lf - at);
+        if (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        if (ibis::isKeywordLine(line) && ibis::keywordKey(line) == "ibis ver") {
+            header = headerOf(line, '|');
+            break;
+        }
+        at = lf + 1;
+    }
+    in.clear();
+    in.seekg(static_cast<std::streamoff>(from));
+    std::string const mark = "\n[Model]";
+    std::string carry;
+    std::uintmax_t offset = from;
+    while (in) {
+        in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        std::size_t const got = static_cast<std::size_t>(in.gcount());
+        std::string const text = carry + std::string(buffer.data(), got);
+        std::size_t const at = text.find(mark);
+        if (at != std::string::npos)
+            return offset - carry.size() + at + 1;
+        offset += got;
+        carry = text.substr(text.size() - std::min(text.size(), mark.size() - 1));
+    }
+    return 0;
+}
+
+} // namespace
+
+bool checkMasterPath(std::string const& path, std::string const& family, std::vector<Finding>& findings)
+{
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return false;
+    in.seekg(0, std::ios::end);
+    std::streamoff const size = in.tellg();
+    in.seekg(0);
+    Header header;
+    std::uintmax_t split = 0;
+    if (size >= static_cast<std::streamoff>(kSplitSize)) {
+        std::ifstream probe(path, std::ios::binary);
+        split = splitPoint(probe, static_cast<std::uintmax_t>(size) * 54 / 100, header);
+    }
+    if (!in || split == 0) {
+        in.clear();
+        in.seekg(0);
+        findings = checkMasterFile(in, family);
+        return !in.bad();
+    }
+
+    // The part from the split point on, read by a second thread: it counts
+    // the lines ahead of it, then checks its part as a check that starts
+    // behind the frame would.
+    std::atomic<bool> stop(false);
+    bool laterRead = false;
+    int laterLines = 0;
+    MasterCheck later(family, header);
+    std::thread second([&] {
+        std::ifstream tail(path, std::ios::binary);
+        int ahead = 0;
+        if (!tail || !countLines(tail, split, ahead))
+            return;
+        ibis::LineSource source(tail, ahead + 1);
+        ibis::Line line;
+        laterLines = ahead;
+        while (!stop && source.next(line)) {
+            later.feed(line);
+            laterLines = line.number;
+        }
+        later.finishBlocks(laterLines);
+        laterRead = !stop && !tail.bad();
+    });
+
+    MasterCheck first(family);
+    ibis::LineSource source(in);
+    ibis::Line line;
+    std::uintmax_t at = 0; // where the line starts
+    int lines = 0;
+    bool handedOver = false;
+    while (source.next(line)) {
+        if (at == split) {
+            if (first.canHandOver(header)) {
+                first.handOver(line);
+                handedOver = true;
+                break;
+            }
+            stop = true; // the second part's reading would not be the file's
+        }
+        at += line.length + (line.crlf ? 1 : 0) + (line.ended ? 1 : 0);
+        first.feed(line);
+        lines = line.number;
+    }
+    if (!handedOver)
+        stop = true;
+    second.join();
+    if (handedOver && laterRead) {
+        first.absorb(later);
+        findings = first.finishFrame(laterLines);
+        return true;
+    }
+    if (handedOver) {
+        // The second part could not be read: read on from the split point.
+        return false;
+    }
+    findings = first.finish(lines);
+    return !in.bad();
 }
 
 } // namespace ibischeck

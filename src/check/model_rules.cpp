@@ -6,6 +6,7 @@
 #include <cctype>
 #include <cstdio>
 #include <map>
+#include <unordered_map>
 
 #include "check/check_text.h"
 
@@ -145,10 +146,14 @@ Keyword const kKeywords[] = {
 
 Keyword const* findKeyword(std::string const& key)
 {
-    for (Keyword const& keyword : kKeywords)
-        if (key == keyword.key)
-            return &keyword;
-    return nullptr;
+    static std::unordered_map<std::string_view, Keyword const*> const keywords = [] {
+        std::unordered_map<std::string_view, Keyword const*> map;
+        for (Keyword const& keyword : kKeywords)
+            map.emplace(keyword.key, &keyword);
+        return map;
+    }();
+    auto const found = keywords.find(key);
+    return found != keywords.end() ? found->second : nullptr;
 }
 
 std::string number(double value)

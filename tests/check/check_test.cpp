@@ -415,3 +415,55 @@ TEST(Check, CommandOutputAndExitCodes)
 }
 
 } // namespace
+
+// A large master is read in two parts at once: the findings are those of
+// one reading from the top, whatever falls near the point where the second
+// part starts, and where the second part cannot start as a check behind the
+// frame would.
+TEST(Check, LargeMasterReadInTwoParts)
+{
+    S const head = edited(master, {{"[Model]        lvc330s080naaaaaaaou\nModel_type     Input\nC_comp 1p 1p 1p\n"
+                                    "[Voltage Range] 3.3 3.1 3.5\n| End [Model] lvc330s080naaaaaaaou\n[End]\n",
+                                    ""}});
+    S rows;
+    for (int i = 0; i < 400; ++i)
+        rows += std::to_string(i) + ".000   1.0E-02   0.8E-02   1.2E-02\n";
+    // Blocks of about 16 KB; those in the middle carry faults in turn.
+    auto blocks = [&](S const& middle) {
+        S text = head;
+        for (int b = 0; b < 560; ++b) {
+            S const name = "m" + std::to_string(b);
+            S block = "[Model] " + name + "\nModel_type Input\nC_comp 1p 1p 1p\n[Voltage Range] 3.3 3.1 3.5\n"
+                      "[GND Clamp]\n" + rows + "| End [Model] " + name + "\n";
+            int const kind = b - 295;
+            if (kind >= 0 && kind < 8) {
+                S const faults[] = {"| End [Model] " + name + "\n|" + S(300, 'x') + "\n",
+                                    "[Model Selector] s\n" + name + " x\n",
+                                    "|\n",
+                                    "| End [Model] other\n",
+                                    "| End [Model] " + name + "\n" + middle,
+                                    "| End [Model] " + name + "\n[Rogue] x\n",
+                                    "| see [Model] x\n5.5 1 1 1\n",
+                                    "| End [Model] " + name + "\n"};
+                block.replace(block.find("| End [Model]"), std::string::npos, faults[kind]);
+                if (kind == 7)
+                    block.replace(block.find("3.000"), 5, "2.000");
+            }
+            text += block;
+        }
+        return text + "[End]\n";
+    };
+    ts::TempDir dir;
+    for (S const& middle : {S(""), S("[Comment Char] #_char\n"), S("[IBIS Ver] 4.0\n")}) {
+        S const text = blocks(middle);
+        ASSERT_GT(text.size(), 8u << 20);
+        ts::writeFile(dir.file("big.ibs"), text);
+        std::vector<ibischeck::Finding> parts;
+        ASSERT_TRUE(ibischeck::checkMasterPath(dir.file("big.ibs"), "KVA3", parts));
+        Lines const whole = formatted(ibischeck::checkMasterFile(text, "KVA3"));
+        EXPECT_EQ(formatted(parts), whole);
+        EXPECT_GE(whole.size(), 8u);
+    }
+    std::vector<ibischeck::Finding> none;
+    EXPECT_FALSE(ibischeck::checkMasterPath(dir.file("gone.ibs"), "", none));
+}
