@@ -9,8 +9,8 @@
 #   fuzz/run.sh [SECONDS]
 #
 # Environment: CXX (default clang++), JOBS (parallel runs, default 2),
-# FUZZ_TARGETS (default all: pad master ami channels), FUZZ_FLAGS (extra
-# libFuzzer flags).
+# FUZZ_TARGETS (default all: pad master ami channels design_check
+# master_check), FUZZ_FLAGS (extra libFuzzer flags).
 set -eu
 seconds=${1:-60}
 here=$(cd "$(dirname "$0")" && pwd)
@@ -20,7 +20,7 @@ work=$here/corpus-work
 findings=$here/findings
 cxx=${CXX:-clang++}
 jobs=${JOBS:-2}
-targets=${FUZZ_TARGETS:-pad master ami channels}
+targets=${FUZZ_TARGETS:-pad master ami channels design_check master_check}
 
 command -v "$cxx" >/dev/null || { echo "fuzz/run.sh: $cxx not found" >&2; exit 2; }
 mkdir -p "$build/obj" "$work" "$findings"
@@ -49,7 +49,7 @@ done
 # Seed corpora: the committed seeds and the example files, the master
 # ones behind a flag byte (0x00 the demo family, 0xC8 the table-driven one).
 seed() { mkdir -p "$work/$1"; cp "$2" "$work/$1/$3"; }
-mkdir -p "$work/pad" "$work/master" "$work/ami" "$work/channels"
+mkdir -p "$work/pad" "$work/master" "$work/ami" "$work/channels" "$work/design_check" "$work/master_check"
 for t in $targets; do
     [ -d "$here/seeds/$t" ] && cp "$here/seeds/$t"/* "$work/$t/" 2>/dev/null || true
 done
@@ -70,6 +70,15 @@ done
 for f in "$root"/examples/serdes/channels*.txt; do
     [ -f "$f" ] && seed channels "$f" "ex-$(basename "$f")"
 done
+# The checkers: design files the whole-run tests expect, and the masters
+# (behind a byte that picks the family word: 0x01 is KVA3).
+for f in "$root"/tests/writer/data/*.ibs.expected "$root"/examples/serdes/*.ibs; do
+    [ -f "$f" ] && seed design_check "$f" "ex-$(basename "$f")"
+done
+for f in "$root"/examples/*.ibs "$root"/tests/*/data/*.ibs; do
+    [ -f "$f" ] || continue
+    printf '\001' > "$work/master_check/ex-$(basename "$f")" && cat "$f" >> "$work/master_check/ex-$(basename "$f")"
+done
 
 # Runs, JOBS at a time.
 run_one() {
@@ -87,7 +96,7 @@ done
 wait
 
 status=0
-printf '%-9s %12s %10s %8s %8s %s\n' target executions exec/s cov ft findings
+printf '%-13s %12s %10s %8s %8s %s\n' target executions exec/s cov ft findings
 for t in $targets; do
     log=$build/$t.log
     execs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
@@ -95,7 +104,7 @@ for t in $targets; do
     cov=$(grep -o 'cov: [0-9]*' "$log" | tail -1 | sed 's/cov: //')
     ft=$(grep -o 'ft: [0-9]*' "$log" | tail -1 | sed 's/ft: //')
     found=$(ls "$findings/$t" | grep -c -E '^(crash|timeout|oom|leak|slow-unit)-' || true)
-    printf '%-9s %12s %10s %8s %8s %s\n' "$t" "${execs:-?}" "${rate:-?}" "${cov:-?}" "${ft:-?}" "$found"
+    printf '%-13s %12s %10s %8s %8s %s\n' "$t" "${execs:-?}" "${rate:-?}" "${cov:-?}" "${ft:-?}" "$found"
     if [ "$found" -gt 0 ] || ! grep -q '^stat::number_of_executed_units' "$log"; then
         status=1
         echo "  see $log and $findings/$t/" >&2

@@ -295,7 +295,9 @@ void DesignCheck::checkSelectors()
             addError(_findings, selector.line, name + " has no entries");
         std::set<std::string> entries;
         std::string firstType, firstEntry;
-        for (auto const& [line, entry] : selector.entries) {
+        for (auto const& lineAndEntry : selector.entries) {
+            int const line = lineAndEntry.first;
+            std::string const& entry = lineAndEntry.second;
             if (!entries.insert(entry).second)
                 addWarning(_findings, line, name + " lists " + visible(entry) + " twice");
             auto const model = _models.find(entry);
