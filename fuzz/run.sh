@@ -29,7 +29,7 @@ mkdir -p "$build/obj" "$work" "$findings"
 # the fatal exit turned into an exception that the targets catch.
 cflags="-std=c++17 -g -O1 -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all \
  -DPAD2IBIS_FATAL_THROWS -I$root/src -I$root"
-sources=$(ls "$root"/src/*/*.cpp "$root/app/channels.cpp")
+sources=$(ls "$root"/src/*/*.cpp)
 # An object is rebuilt when its source or any header is newer than it.
 newest_header=$(ls -t "$root"/src/*/*.h "$root"/app/*.h | head -1)
 for src in $sources; do

@@ -1,8 +1,6 @@
-#include "app/channels.h"
+#include "channels/channels_file.h"
 
 #include <fstream>
-#include <memory>
-#include <sstream>
 
 namespace {
 
@@ -23,21 +21,15 @@ std::vector<std::string> splitBlanks(std::string const& line)
 
 } // namespace
 
-bool readChannelsFile(std::string const& path, std::vector<IB_AMI_CHANNEL*>& channels,
-                      std::string& error)
+bool parseChannels(std::istream& in, std::vector<ChannelLines>& channels, int& errorLine,
+                   std::string& reason)
 {
-    std::ifstream in(path);
-    if (!in.is_open()) {
-        error = path + ":0: cannot open the channels file";
-        return false;
-    }
-
-    std::vector<std::unique_ptr<IB_AMI_CHANNEL>> read;
-    std::vector<std::unique_ptr<IB_IOBUF_CONFIG>> parameters;
+    std::vector<ChannelLines> read;
     std::string line;
     int number = 0;
-    auto fail = [&](std::string const& reason) {
-        error = path + ":" + std::to_string(number) + ": " + reason;
+    auto fail = [&](std::string const& why) {
+        errorLine = number;
+        reason = why;
         return false;
     };
     while (std::getline(in, line)) {
@@ -49,30 +41,48 @@ bool readChannelsFile(std::string const& path, std::vector<IB_AMI_CHANNEL*>& cha
             if (tokens.size() != 5)
                 return fail("expected 'channel BLOCK_ID CHANNEL_ID RX_ENABLE TX_ENABLE', found " +
                             std::to_string(tokens.size()) + " tokens");
-            auto channel = std::make_unique<IB_AMI_CHANNEL>();
-            channel->blockId = tokens[1];
-            channel->channelId = tokens[2];
-            channel->rxEnable = tokens[3];
-            channel->txEnable = tokens[4];
-            read.push_back(std::move(channel));
+            read.push_back({tokens[1], tokens[2], tokens[3], tokens[4], number, {}});
             continue;
         }
         if (tokens.size() != 2)
             return fail("expected 'KEY VALUE', found " + std::to_string(tokens.size()) + " tokens");
         if (read.empty())
             return fail("parameter '" + tokens[0] + "' before any channel");
-        parameters.push_back(std::make_unique<IB_IOBUF_CONFIG>(tokens[0], tokens[1]));
-        read.back()->configs.push_back(parameters.back().get());
+        read.back().settings.push_back({tokens[0], tokens[1], number});
     }
     if (in.bad()) {
         ++number;
         return fail("cannot read the channels file");
     }
+    channels.insert(channels.end(), read.begin(), read.end());
+    return true;
+}
 
+bool readChannelsFile(std::string const& path, std::vector<IB_AMI_CHANNEL*>& channels,
+                      std::string& error)
+{
+    std::ifstream in(path);
+    if (!in.is_open()) {
+        error = path + ":0: cannot open the channels file";
+        return false;
+    }
+    std::vector<ChannelLines> read;
+    int line = 0;
+    std::string reason;
+    if (!parseChannels(in, read, line, reason)) {
+        error = path + ":" + std::to_string(line) + ": " + reason;
+        return false;
+    }
     // The channel records belong to the generator from here on.
-    for (auto& parameter : parameters)
-        parameter.release();
-    for (auto& channel : read)
-        channels.push_back(channel.release());
+    for (ChannelLines const& lines : read) {
+        IB_AMI_CHANNEL* channel = new IB_AMI_CHANNEL();
+        channel->blockId = lines.blockId;
+        channel->channelId = lines.channelId;
+        channel->rxEnable = lines.rxEnable;
+        channel->txEnable = lines.txEnable;
+        for (ChannelSettingLine const& setting : lines.settings)
+            channel->configs.push_back(new IB_IOBUF_CONFIG(setting.key, setting.value));
+        channels.push_back(channel);
+    }
     return true;
 }
