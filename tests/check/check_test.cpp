@@ -3,33 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "check/ibis_check.h"
+#include "check/check_cases.h"
 #include "support/test_support.h"
 
 namespace {
 
-using S = std::string;
-using Lines = std::vector<S>;
-
-Lines formatted(std::vector<ibischeck::Finding> const& findings)
-{
-    Lines lines;
-    for (ibischeck::Finding const& finding : findings)
-        lines.push_back(ibischeck::formatFinding("f", finding));
-    return lines;
-}
-
-// text with each `from` replaced by its `to`.
-S edited(S text, std::vector<std::pair<S, S>> const& edits)
-{
-    for (auto const& [from, to] : edits) {
-        S::size_type at = text.find(from);
-        EXPECT_NE(at, S::npos) << from;
-        if (at != S::npos)
-            text.replace(at, from.size(), to);
-    }
-    return text;
-}
+using namespace checkcases;
 
 S const design = "[IBIS Ver]      5.0\n"                  // 1
                  "[File Name]     board.ibs\n"            // 2
