@@ -128,6 +128,8 @@ TEST(Check, MasterFileRules)
 {
     S const model = "lvc330s080naaaaaaaou";
     S const incompleteKva3 = "the naming tables for KVA3 are incomplete ahead of this line: no ";
+    S const kvanTables = "IMPEDENCE\n  50  5\n|--\nTERMGND\n  OFF  a\n|--\nTERMVTT\n  OFF  a\n|--\n"
+                         "DIFFERENTIAL RESISTOR\n  OFF  a\n|--\n";
     struct Case {
         std::vector<std::pair<S, S>> edits;
         Lines expected;
@@ -162,12 +164,22 @@ TEST(Check, MasterFileRules)
           "generator reads on and fails to load the models"},
          "KVA4Y"},
         {{},
-         {"f:16: warning: naming table TERMINATION stands behind line 11, where the tables for KVAN are complete; "
+         {"f:16: warning: naming table TERMINATION stands behind line 11, where the tables for KVTN are complete; "
           "the generator never reads it",
-          "f:19: warning: naming table VCMT stands behind line 11, where the tables for KVAN are complete; the "
+          "f:19: warning: naming table VCMT stands behind line 11, where the tables for KVTN are complete; the "
           "generator never reads it",
-          "f:23: warning: naming table DIFFERENTIAL CURRENT stands behind line 11, where the tables for KVAN are "
+          "f:23: warning: naming table DIFFERENTIAL CURRENT stands behind line 11, where the tables for KVTN are "
           "complete; the generator never reads it"},
+         "KVTN"},
+        // The table-driven family reads a table for every field of the key.
+        {{},
+         {"f:26: error: the naming tables for KVAN are incomplete ahead of this line: no IMPEDANCE, TERMGND, "
+          "TERMVTT, DIFFERENTIAL RESISTOR; the generator reads on and fails to load the models"},
+         "KVAN"},
+        {{{"VCMT\n", kvanTables + "VCMT\n"}}, {}, "KVAN-25F-5FN484C"},
+        {{{"VCMT\n", kvanTables + "VCMT\n"}, {"[Component]", "MULTI DRIVE\n  X  x\n|--\n[Component]"}},
+         {"f:38: warning: naming table MULTI DRIVE stands behind line 35, where the tables for KVAN are complete; "
+          "the generator never reads it"},
          "KVAN"},
         {{}, {"f:26: error: the generator knows no family in \"XYZ\""}, "XYZ"},
         {{{"Tiny master.", S(241, 'x')}, {"Output", "Output" + S(233, ' ') + "|"}},
