@@ -184,11 +184,7 @@ TEST(ChannelsCheck, CommandOutputAndExitCodes)
     ts::writeFile(dir.file("rx.ami"), edited(rxTemplate, {{" (Range 4 0 15)", ""}, {" (List 1 2 3)", ""}}));
     ts::writeFile(dir.file("TX.AMI"), edited(txTemplate, {{"Value 5))", "Value 5)"}}));
     ts::writeFile(dir.file("ch.txt"), "channel B C ON ON\n  Rx_Name 0d16\n  Tx_Amp 0d1\n");
-    struct Case {
-        std::vector<S> args;
-        int exitCode;
-        S out, err = "";
-    } const cases[] = {
+    std::vector<CommandCase> const cases = {
         {{"check", "rx.ami"}, 0, "1 file checked: 0 errors, 0 warnings\n"},
         {{"check", "--master", "TX.AMI"}, 1, // the ending decides
          "TX.AMI:1: error: \"(\" of tx is never closed by \")\"\n"
@@ -209,13 +205,7 @@ TEST(ChannelsCheck, CommandOutputAndExitCodes)
         {{"check", "--channels"}, 2, "",
          "pad2ibis: check: --channels needs a value\nTry 'pad2ibis --help' for more information.\n"},
     };
-    for (Case const& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.args));
-        ts::RunResult r = ts::runProgram(c.args, dir.path());
-        EXPECT_EQ(r.exitCode, c.exitCode);
-        EXPECT_EQ(r.out, c.out);
-        EXPECT_EQ(r.err, c.err);
-    }
+    expectRuns(cases, dir.path());
 }
 
 // The shipped SerDes set: its channels file passes against its templates,

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "check/ibis_check.h"
+#include "support/test_support.h"
 
 namespace checkcases {
 
@@ -35,6 +36,24 @@ inline S edited(S text, std::vector<std::pair<S, S>> const& edits)
             text.replace(at, from.size(), to);
     }
     return text;
+}
+
+// A run of the program in dir, and what it must print and end with.
+struct CommandCase {
+    std::vector<S> args;
+    int exitCode;
+    S out, err = "";
+};
+
+inline void expectRuns(std::vector<CommandCase> const& cases, S const& dir)
+{
+    for (CommandCase const& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.args));
+        ts::RunResult r = ts::runProgram(c.args, dir);
+        EXPECT_EQ(r.exitCode, c.exitCode);
+        EXPECT_EQ(r.out, c.out);
+        EXPECT_EQ(r.err, c.err);
+    }
 }
 
 } // namespace checkcases

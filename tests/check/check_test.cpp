@@ -241,11 +241,7 @@ TEST(Check, CommandOutputAndExitCodes)
     ts::writeFile(dir.file("wide.ibs"), edited(design, {{"0.2V", "0.2V" + S(120, ' ') + "|"}, {"board", "wide"}}));
     ts::writeFile(dir.file("bad.ibs"), edited(design, {{"board", "bad"}, {"Model_type", "Vinl"}}));
     ts::writeFile(dir.file("m.ibs"), master);
-    struct Case {
-        std::vector<S> args;
-        int exitCode;
-        S out, err = "";
-    } const cases[] = {
+    std::vector<CommandCase> const cases = {
         {{"check", "board.ibs"}, 0, "1 file checked: 0 errors, 0 warnings\n"},
         {{"check", "wide.ibs", "board.ibs"}, 0,
          "wide.ibs:16: warning: line of 146 characters; IBIS lines keep within 120\n"
@@ -268,13 +264,7 @@ TEST(Check, CommandOutputAndExitCodes)
         {{"check", "--master", "--family"}, 2, "",
          "pad2ibis: check: --family needs a value\nTry 'pad2ibis --help' for more information.\n"},
     };
-    for (Case const& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.args));
-        ts::RunResult r = ts::runProgram(c.args, dir.path());
-        EXPECT_EQ(r.exitCode, c.exitCode);
-        EXPECT_EQ(r.out, c.out);
-        EXPECT_EQ(r.err, c.err);
-    }
+    expectRuns(cases, dir.path());
 }
 
 } // namespace
