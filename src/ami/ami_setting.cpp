@@ -6,7 +6,6 @@
 #include <cstring>
 
 #include "driver/basibsgen.h"
-#include "driver/line_reader.h"
 #include "host/ut_string.h"
 
 namespace {
@@ -80,14 +79,12 @@ bool amiIsParameterLine(char const* line)
 
 std::string amiParameterLineKey(char const* line)
 {
-    char rest[IBS_AMI_LINE_SIZE];
-    std::strncpy(rest, line, sizeof rest - 1);
-    rest[sizeof rest - 1] = '\0';
-    char token[IBS_AMI_LINE_SIZE];
+    std::vector<char> rest(line, line + std::strlen(line) + 1);
+    std::vector<char> token(rest.size());
     do {
-        ut_strgettoken(rest, token, " ", 0);
-    } while (std::strlen(token) < 3 && rest[0] != '\0');
-    char const* key = token;
+        ut_strgettoken(rest.data(), token.data(), " ", 0);
+    } while (std::strlen(token.data()) < 3 && rest[0] != '\0');
+    char const* key = token.data();
     while (*key == '(')
         ++key;
     return key;

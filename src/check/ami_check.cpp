@@ -60,7 +60,8 @@ void checkDescription(AmiNode const& leaf, std::string const& owner, std::vector
         addError(findings, leaf.line, owner + ": Description takes one string in double quotes");
 }
 
-void checkRoot(std::vector<AmiNode> const& top, std::vector<Finding>& findings)
+void checkRoot(std::vector<AmiNode> const& top, std::vector<AmiParameter> const& parameters,
+               std::vector<Finding>& findings)
 {
     AmiNode const* root = nullptr;
     for (AmiNode const& node : top) {
@@ -98,8 +99,18 @@ void checkRoot(std::vector<AmiNode> const& top, std::vector<Finding>& findings)
                 checkDescription(item, "the root", findings);
         }
     }
-    if (branches.count("Reserved_Parameters") == 0)
+    auto const reserved = branches.find("Reserved_Parameters");
+    if (reserved == branches.end()) {
         addError(findings, root->line, "the root has no Reserved_Parameters branch");
+        return;
+    }
+    for (ReservedRule const& rule : kReserved) {
+        bool const there = std::any_of(parameters.begin(), parameters.end(), [&rule](AmiParameter const& p) {
+            return p.reserved && p.name == rule.name;
+        });
+        if (rule.required && !there)
+            addError(findings, reserved->second, std::string("Reserved_Parameters has no ") + rule.name);
+    }
 }
 
 // Each value of data is a value of type.
@@ -310,28 +321,11 @@ std::vector<Finding> checkAmiFile(std::string const& text)
     std::vector<AmiNode> const top = readAmiTree(text, findings);
     if (top.empty() && !findings.empty())
         return findings;
-    checkRoot(top, findings);
     std::vector<AmiParameter> const parameters = amiParameters(top, &findings);
+    checkRoot(top, parameters, findings);
     bool const resolve = resolveExists(parameters);
     for (AmiParameter const& p : parameters)
         checkParameter(p, resolve, findings);
-    for (AmiNode const& root : top) {
-        if (!root.isList())
-            continue;
-        for (AmiNode const& branch : root.rest()) {
-            if (branch.head() != "Reserved_Parameters")
-                continue;
-            for (ReservedRule const& rule : kReserved) {
-                bool const there = std::any_of(parameters.begin(), parameters.end(), [&rule](AmiParameter const& p) {
-                    return p.reserved && p.name == rule.name;
-                });
-                if (rule.required && !there)
-                    addError(findings, branch.line, std::string("Reserved_Parameters has no ") + rule.name);
-            }
-            break;
-        }
-        break;
-    }
     std::stable_sort(findings.begin(), findings.end(),
                      [](Finding const& a, Finding const& b) { return a.line < b.line; });
     return findings;

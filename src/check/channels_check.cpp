@@ -85,13 +85,12 @@ std::string at(Template const& t, int line)
     return t.name + ":" + std::to_string(line);
 }
 
-// A value that means zero whatever its prefix: "0", "0b000", "0h00".
+// A value that means zero though the generator does not read it: "0",
+// "00", or more than four binary zeros.
 bool readsAsZero(std::string const& value)
 {
-    std::string::size_type start = 0;
-    if (value.size() > 2 && value[0] == '0' && std::strchr("dDhHbB", value[1]) != nullptr)
-        start = 2;
-    return value.find_first_not_of('0', start) == std::string::npos;
+    std::string::size_type const start = value.compare(0, 2, "0b") == 0 || value.compare(0, 2, "0B") == 0 ? 2 : 0;
+    return value.size() > start && value.find_first_not_of('0', start) == std::string::npos;
 }
 
 bool allOf(std::string const& text, char const* characters)
@@ -106,7 +105,7 @@ void checkReading(std::string const& head, std::string const& value, AmiSetting 
                   std::vector<Finding>& findings)
 {
     std::string const holds = ": the file will hold " + setting.text;
-    std::string const digits = value.size() > 2 ? value.substr(2) : "";
+    std::string const digits = value.substr(std::min<std::size_t>(2, value.size()));
     switch (setting.form) {
     case AmiSettingForm::Unknown: {
         if (readsAsZero(value))
