@@ -98,7 +98,14 @@ bool allOf(std::string const& text, char const* characters)
     return !text.empty() && text.find_first_not_of(characters) == std::string::npos;
 }
 
-char const kHexDigits[] = "0123456789abcdefABCDEF";
+// ", not 31" for the hexadecimal digits "1F"; empty for other text, or for
+// more digits than a number of 64 bits holds.
+std::string hexNumber(std::string const& digits)
+{
+    if (digits.size() > 16 || !allOf(digits, "0123456789abcdefABCDEF"))
+        return "";
+    return ", not " + std::to_string(std::strtoull(digits.c_str(), nullptr, 16));
+}
 
 // What the generator does with a setting that the user may not expect.
 void checkReading(std::string const& head, std::string const& value, AmiSetting const& setting, int line,
@@ -119,23 +126,16 @@ void checkReading(std::string const& head, std::string const& value, AmiSetting 
         return;
     }
     case AmiSettingForm::HexDigits: {
-        std::string const hex = allOf(setting.text, kHexDigits)
-                                    ? ", not " + std::to_string(std::strtoull(setting.text.c_str(), nullptr, 16))
-                                    : "";
         bool const same = allOf(setting.text, "0123456789") &&
                           std::strtoull(setting.text.c_str(), nullptr, 10) ==
                               std::strtoull(setting.text.c_str(), nullptr, 16);
         if (!same)
-            addWarning(findings, line, head + " is copied as text, not converted" + holds + hex);
+            addWarning(findings, line, head + " is copied as text, not converted" + holds + hexNumber(setting.text));
         break;
     }
     case AmiSettingForm::HexLetter:
         if (digits.size() > 1)
-            addWarning(findings, line,
-                       head + " is read by its first letter alone" + holds +
-                           (allOf(digits, kHexDigits) && digits.size() <= 15
-                                ? ", not " + std::to_string(std::strtoull(digits.c_str(), nullptr, 16))
-                                : ""));
+            addWarning(findings, line, head + " is read by its first letter alone" + holds + hexNumber(digits));
         return;
     default:
         break;

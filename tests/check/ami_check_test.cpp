@@ -111,6 +111,9 @@ TEST(AmiCheck, ParameterTreeRules)
           {"(On (Usage In) (Type Boolean) (List True False))", "(On In)"}},
          {"f:10: warning: Gain: unknown leaf Unit", "f:12: error: Gain stands twice in Model_Specific (the first at line 10)",
           "f:19: error: On has no Usage, Type or format: neither a parameter nor a branch of parameters"}},
+        {{{" (Type Boolean) (List True False)", ""}},
+         {"f:19: error: On has no Type",
+          "f:19: error: On has no format (Value, Range, List, Corner, Increment, Steps, Table) and no Default"}},
         {{{"(Usage In) (Type Integer)", "(Usage In) (Usage Out) (Type Integer) Gain"}},
          {"f:10: error: Gain has a second Usage leaf (the first at line 10)", "f:10: error: Gain: Gain stands outside any leaf"}},
     };
@@ -135,7 +138,8 @@ S const rxTemplate = "(rx\n"                                                    
                      "    (Rx_Name (Usage In) (Type String) (Format Value \"a\"))\n"                 // 9
                      "    (Rx_Peak (Usage In) (Type Integer) (Format Range 4 0 15))\n"               // 10
                      "  )\n"                                                                         // 11
-                     ")\n";                                                                          // 12
+                     ")\n"                                                                           // 12
+                     "| Rx_Gain (Format Value 4) in a comment is a parameter line too\n";           // 13
 S const txTemplate = "(tx (Model_Specific\n  (Tx_Amp (Usage In) (Type Integer) (Format Value 5))\n))\n";
 
 TEST(ChannelsCheck, EachSettingAgainstTheTemplates)
@@ -149,15 +153,18 @@ TEST(ChannelsCheck, EachSettingAgainstTheTemplates)
         {"Rx_Gian 0d3\nRx_Peak 0d3\n",
          {"f:2: warning: never written: no template parameter Rx_Gian",
           "f:3: warning: never written: the line of template parameter Rx_Peak (rx.ami:10) holds no \"(Format Value\""}},
-        {"Tx_Amp 12\nchannel B D ON ON\nTx_Amp 0\nchannel B E ON ON\nTx_Amp 0b00000\nchannel B F ON ON\nTx_Amp 0H00\n",
-         {"f:2: warning: Tx_Amp 12 has no 0d, 0h or 0b prefix: the file will hold 0"}},
+        {"Tx_Amp 12\nchannel B D ON ON\nTx_Amp 0x5\nchannel B G ON ON\nTx_Amp 0\nchannel B E ON ON\nTx_Amp 0b00000\nchannel B F ON ON\nTx_Amp 0H00\n",
+         {"f:2: warning: Tx_Amp 12 has no 0d, 0h or 0b prefix: the file will hold 0",
+          "f:4: warning: Tx_Amp 0x5 has no 0d, 0h or 0b prefix: the file will hold 0"}},
         {"Rx_Gain 0b10000\n", {"f:2: warning: Rx_Gain 0b10000 has more than 4 binary digits: the file will hold 0"}},
         {"Rx_Gain 0hG\n", {"f:2: warning: Rx_Gain 0hG: G is no hexadecimal digit: the file will hold 0"}},
         {"Rx_Gain 0H\n", {"f:2: warning: Rx_Gain 0H has no digits: the file will hold 0"}},
         {"Rx_Gain 0b2\n", {"f:2: warning: Rx_Gain 0b2 is no binary number of 1 to 4 digits: the file will hold 0"}},
         {"Rx_Gain 0h10\nRx_Mode 0h03\n",
          {"f:2: warning: Rx_Gain 0h10 is copied as text, not converted: the file will hold 10, not 16"}},
-        {"Rx_Gain 0hCC\n", {"f:2: warning: Rx_Gain 0hCC is read by its first letter alone: the file will hold 12, not 204"}},
+        {"Rx_Gain 0hCC\nTx_Amp 0hF0123456789ABCDEF\n",
+         {"f:2: warning: Rx_Gain 0hCC is read by its first letter alone: the file will hold 12, not 204",
+          "f:3: warning: Tx_Amp 0hF0123456789ABCDEF is read by its first letter alone: the file will hold 15"}},
         {"Rx_Gain 0d1234567890123456\n",
          {"f:2: warning: Rx_Gain 0d1234567890123456 is cut to 15 characters: the file will hold 123456789012345",
           "f:2: error: Rx_Gain 0d1234567890123456: the file will hold 123456789012345, outside its Range 0 to 15 "
