@@ -36,7 +36,7 @@ struct ChannelLines {
 };
 
 // Reads a whole channels file from in. On failure returns false with the
-// line number (0 when nothing could be read) and the reason, and leaves
+// number of the line it failed on (1 or more) and the reason, and leaves
 // channels as it was.
 bool parseChannels(std::istream& in, std::vector<ChannelLines>& channels, int& errorLine,
                    std::string& reason);

@@ -190,7 +190,7 @@ std::vector<Finding> checkChannelsFile(std::string const& text, std::vector<AmiT
     int errorLine = 0;
     std::string reason;
     if (!parseChannels(in, channels, errorLine, reason)) {
-        addError(findings, std::max(errorLine, 1), reason);
+        addError(findings, errorLine, reason);
         return findings;
     }
     std::vector<Template> templates(sources.size());
