@@ -42,7 +42,18 @@ char const* usageText()
            "                     missing, none) and the model written; then the design's\n"
            "                     models with the signals each serves, and the count of\n"
            "                     each outcome. CSV, or JSON for a FILE ending in .json.\n"
-           "                     What the run prints and writes is the same without it\n"
+           "                     What the run prints and writes is the same without it.\n"
+           "                     For a missing model it also names the nearest model the\n"
+           "                     master has and the settings in which that one differs\n"
+           "  --substitute nearest\n"
+           "                     give each signal whose model the master lacks the\n"
+           "                     nearest model it has: same IO standard and supply, a\n"
+           "                     direction the signal can use (an input also a\n"
+           "                     bidirectional model, an output or open-drain signal\n"
+           "                     too), the fewest other settings changed, then the\n"
+           "                     nearest drive (the stronger on a tie), the nearest\n"
+           "                     slew, the first name. Reported as a substitution;\n"
+           "                     with --vargon only where the family's own finds none\n"
            "  --ami              SerDes flow; needs --channels\n"
            "  --channels FILE    the SerDes channels: lines 'channel BLOCK CHANNEL RX TX'\n"
            "                     (RX, TX: ON or OFF), each followed by 'KEY VALUE' lines\n"
@@ -133,6 +144,15 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
         } else if (arg == "--report") {
             if (!needValue("--report", options.reportFile))
                 return false;
+        } else if (arg == "--substitute") {
+            std::string what;
+            if (!needValue("--substitute", what))
+                return false;
+            if (what != "nearest") {
+                error = "--substitute takes 'nearest', not '" + what + "'";
+                return false;
+            }
+            options.substituteNearest = true;
         } else if (arg == "--dump-alt-models") {
             options.dumpAltModels = true;
         } else if (arg == "--ami") {
@@ -161,7 +181,7 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
             return false;
         }
         if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
-            options.dumpAltModels || !options.reportFile.empty()) {
+            options.dumpAltModels || !options.reportFile.empty() || options.substituteNearest) {
             error = "--ami takes only --channels, --brinmark, --msgflow and --family";
             return false;
         }

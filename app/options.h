@@ -19,6 +19,7 @@ struct Options {
     int btn = 0;
     bool dumpAltModels = false;
     std::string reportFile; // --report: where the resolution report goes
+    bool substituteNearest = false; // --substitute nearest
     std::string firstPath;  // pad report, or the design file of the AMI flow
     std::string secondPath; // master IBIS file, or the SerDes master
 };

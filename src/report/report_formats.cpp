@@ -58,9 +58,10 @@ bool endsWith(std::string const& value, std::string const& tail)
 std::string ResolutionReport::csv() const
 {
     std::string out = csvRow({"signal", "pin", "bank", "port_type", "io_settings", "model_key",
-                              "outcome", "model"});
+                              "outcome", "model", "nearest", "differs"});
     for (SignalOutcome const& s : _signals)
-        out += csvRow({s.name, s.pin, s.bank, s.portType, s.settings, s.key, s.outcome, s.model});
+        out += csvRow({s.name, s.pin, s.bank, s.portType, s.settings, s.key, s.outcome, s.model,
+                       s.nearest, s.differs});
     out += "\r\n" + csvRow({"model", "signals"});
     for (auto const& model : _models)
         out += csvRow({model.first, std::to_string(model.second)});
@@ -88,7 +89,8 @@ std::string ResolutionReport::json() const
                ", \"port_type\": " + jsonString(s.portType) +
                ", \"io_settings\": " + jsonString(s.settings) +
                ", \"model_key\": " + jsonString(s.key) + ", \"outcome\": " + jsonString(s.outcome) +
-               ", \"model\": " + jsonString(s.model) + "}";
+               ", \"model\": " + jsonString(s.model) + ", \"nearest\": " + jsonString(s.nearest) +
+               ", \"differs\": " + jsonString(s.differs) + "}";
     }
     out += _signals.empty() ? "],\n" : "\n  ],\n";
     out += "  \"models\": [";

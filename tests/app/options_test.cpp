@@ -16,7 +16,7 @@ S describe(Options const& o)
 {
     std::pair<bool, char const*> const flags[] = {{o.help, "help"}, {o.version, "version"}, {o.ami, "ami"},
         {o.vargon, "vargon"}, {o.ncd, "ncd"}, {o.brinmark, "brinmark"}, {o.dphy, "dphy"}, {o.msgflow, "msgflow"},
-        {o.dumpAltModels, "dump-alt-models"}, {o.familyGiven, "family"}};
+        {o.dumpAltModels, "dump-alt-models"}, {o.familyGiven, "family"}, {o.substituteNearest, "nearest"}};
     S text;
     for (auto const& flag : flags)
         text += flag.first ? S(flag.second) + " " : "";
@@ -32,6 +32,7 @@ TEST(Options, AcceptedCommandLines)
          "ncd brinmark dphy msgflow family btn=3 family=HZU3 channels= d.pad m.ibs"},
         {{"--vargon", "--dump-alt-models", "d.pad", "m.ibs"},
          "vargon dump-alt-models btn=0 family= channels= d.pad m.ibs"},
+        {{"--substitute", "nearest", "--vargon", "d.pad", "m.ibs"}, "vargon nearest btn=0 family= channels= d.pad m.ibs"},
         {{"--ami", "--channels", "ch.txt", "--brinmark", "--msgflow", "--family", "KVA4", "top.udb", "lib/serdes.ibs"},
          "ami brinmark msgflow family btn=0 family=KVA4 channels=ch.txt top.udb lib/serdes.ibs"},
         {{"--help"}, "help btn=0 family= channels=  "}, // help and version need no paths
@@ -64,7 +65,10 @@ TEST(Options, UsageErrors)
         {{"--ami", "d", "m.ibs"}, "--ami needs --channels"},
         {{"--ami", "--channels", "c", "--btn", "1", "d", "m.ibs"}, nullptr},
         {{"--ami", "--channels", "c", "--vargon", "d", "m.ibs"}, nullptr},
-        {{"--channels", "c", "d.pad", "m.ibs"}, "--channels goes with --ami"}};
+        {{"--channels", "c", "d.pad", "m.ibs"}, "--channels goes with --ami"},
+        {{"--substitute", "Nearest", "d.pad", "m.ibs"}, "--substitute takes 'nearest', not 'Nearest'"},
+        {{"--substitute"}, "--substitute needs a value"},
+        {{"--ami", "--channels", "c", "--substitute", "nearest", "d", "m.ibs"}, nullptr}};
     for (auto const& c : cases) {
         Options options;
         S error;
