@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "resolve/model_substitute.h"
 #include "support/generator_probe.h"
 #include "variant/basib_vargon.h"
 
@@ -218,26 +217,6 @@ TEST_F(Walk, KeyFieldsFromTheAttributesAndTheDirectionFromThePortType)
         EXPECT_EQ(at == std::string::npos ? out : out.substr(at + 1, out.find('"', at + 1) - at - 1), c.key)
             << c.type << " " << c.attributes;
     }
-}
-
-// A host's substitute is asked for only where the family's own substitution finds nothing, and is not counted.
-TEST_F(Walk, HostSubstituteAfterTheFamilysOwn)
-{
-    std::vector<std::string> asked;
-    auto chooser = [](IBIS_MODEL const&, IB_IOBUF const&, std::string const& key, void* notes) {
-        static_cast<std::vector<std::string>*>(notes)->push_back(key);
-        return std::string("hs1180saaaaaaaaaaaou");
-    };
-    ibsSetSubstituteChooser(chooser, &asked);
-    model->_availableModels = {"lvc330a080uaaaaaaaio", "hs1180saaaaaaaaaaaou"};
-    resolve({ts::makeIobuf("scl", "A1", "OD", "IO_TYPE:LVCMOS33 DRIVE:8mA PULL:UP"),
-             ts::makeIobuf("hstl", "A2", "OUT", "IO_TYPE:HSTL18_I SLEW:FAST")});
-    EXPECT_EQ(asked, Keys{"hs1180fxxxaaaaaaaaou"});
-    EXPECT_EQ(out, "WARNING: Ibis Model \"lvc330a080uaaaaaaaod\" for the signal \"scl\" is not available. Substituting "
-                   "model \"lvc330a080uaaaaaaaio\".\nWARNING: Ibis Model \"hs1180fxxxaaaaaaaaou\" for the signal \"hstl\" "
-                   "is not available. Substituting model \"hs1180saaaaaaaaaaaou\".\n");
-    EXPECT_EQ(model->_missingModelCount, 1) << "the family's substitute alone counts";
-    EXPECT_EQ(model->_designModels, (std::set<std::string>{"lvc330a080uaaaaaaaio", "hs1180saaaaaaaaaaaou"}));
 }
 
 std::string data(std::string const& name) { return ts::readFile(ts::sourcePath("tests/variant/data/" + name)); }
