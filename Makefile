@@ -18,7 +18,9 @@ build:
 # design IBIS file and the package model file land in $(BUILD)/demo/IBIS/.
 # A second run asks for two companion-chip copies (--btn 2), a third runs
 # the table-driven family, whose missing models get substitutes, and a
-# fourth writes the SerDes IBIS-AMI set into $(BUILD)/demo/ami/ibis_ami/.
+# fourth writes the SerDes IBIS-AMI set into $(BUILD)/demo/ami/ibis_ami/,
+# and a fifth asks for the design file options (a component name, signal
+# names cut to 20 characters, every model, model selectors).
 # Between the second and the third, a run in $(BUILD)/demo/nearest gives
 # each missing model the nearest model of the master (--substitute nearest).
 # The first run also writes its resolution report, and every IBIS file the
@@ -45,11 +47,19 @@ demo: build
 	mkdir -p $(DEMO_DIR)/ami
 	cd $(DEMO_DIR)/ami && $(PAD2IBIS) --ami --channels $(CURDIR)/examples/serdes/channels.txt \
 	  $(CURDIR)/examples/serdes/demo_serdes.udb $(CURDIR)/examples/serdes/kva4serdes.ibs
+	@echo "== design file options: pad2ibis --component-name BOARD_U7 --truncate 20 --all-models --model-selector"
+	@echo "   long_names_demo.pad kva3_master.ibs"
+	mkdir -p $(DEMO_DIR)/options && cp examples/long_names_demo.pad $(DEMO_DIR)/options/
+	cd $(DEMO_DIR)/options && $(PAD2IBIS) --component-name BOARD_U7 --truncate 20 --all-models \
+	  --model-selector long_names_demo.pad $(CURDIR)/examples/kva3_master.ibs > run.log
+	@sed -n -e '/^\[Component\]/p' -e '/^\[Pin\]/,/^|\*/p' -e '/^\[Model Selector\]/,/^|\*/p' \
+	  $(DEMO_DIR)/options/IBIS/long_names_demo.ibs
+	@echo "[Model] blocks: $$(grep -c '^\[Model\]' $(DEMO_DIR)/options/IBIS/long_names_demo.ibs)"
 	@echo "== resolution report of the first run: $(DEMO_DIR)/main/demo_report.csv"
 	@sed -n -e '1p' -e '/,missing,/p' -e '/^outcome,/,$$p' $(DEMO_DIR)/main/demo_report.csv | tr -d '\r'
 	@echo "== pad2ibis check on the design IBIS files written above"
 	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/demo.ibs btn/IBIS/demo_zu2.ibs \
-	  nearest/IBIS/demo.ibs vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs
+	  nearest/IBIS/demo.ibs vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs options/IBIS/long_names_demo.ibs
 	@echo "== the companion-chip copies are byte copies of k_btn.ibs and keep its [File Name]"
 	cd $(DEMO_DIR) && { $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs || \
 	  echo "(expected: a companion copy is written byte for byte, so its [File Name] stays k_btn.ibs)"; }

@@ -118,6 +118,10 @@ void ResolutionReport::noteNearest(IBIS_MODEL const& generator, SignalOutcome& s
 
 void ResolutionReport::afterWrite(IBIS_MODEL const& generator)
 {
+    _options = ibsDesignFileOptions();
+    std::vector<std::string> const names = ibsPinSignalNames(generator);
+    for (std::size_t i = 0; i < _signals.size() && i < names.size(); ++i)
+        _signals[i].signalInFile = names[i];
     _models.clear();
     for (std::string const& model : generator._designModels) {
         int served = 0;

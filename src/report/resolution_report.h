@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "driver/messages.h"
+#include "writer/design_file_options.h"
 
 class IBIS_MODEL;
 
@@ -20,6 +21,7 @@ struct SignalOutcome {
     std::string key;     // the model key the walk built; empty when none was
     std::string outcome; // resolved, fallback, substituted, missing or none
     std::string model;   // the model written for the signal; empty when none
+    std::string signalInFile; // the name on its [Pin] row ("name+" for a pair); empty when none
     // For a key that the master lacks: its nearest model and the settings in
     // which that differs, when the signal is missing or got that model.
     std::string nearest, differs;
@@ -33,7 +35,8 @@ public:
     // Stops listening and settles each signal's outcome; call right after.
     void afterWalk(IBIS_MODEL const& generator);
     // Notes the design's models once the design file is written (the D-PHY
-    // rows add theirs while it is written).
+    // rows add theirs while it is written), the [Pin] row names and the
+    // design file options.
     void afterWrite(IBIS_MODEL const& generator);
 
     // Run facts for the JSON document.
@@ -63,6 +66,7 @@ private:
     std::vector<std::pair<std::string, int>> _models;
     std::string _padFile, _masterFile, _family, _part, _package, _component;
     bool _variant = false;
+    IbsDesignFileOptions _options;
 };
 
 #endif

@@ -1,6 +1,7 @@
 // The resolution report of --report: its rows for designs with resolved,
-// fallen-back, missing, substituted and keyless signals, as CSV and JSON;
-// and a run prints and writes the same bytes with and without it.
+// fallen-back, missing, substituted and keyless signals, as CSV and JSON,
+// with the [Pin] names the design file options made; and a run prints and
+// writes the same bytes with and without it.
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,8 @@ TEST(Report, RowsAndByteIdentityOnTheExamples)
         {"demo.pad", "kva3_master.ibs", {"--msgflow", "--btn", "1"}, "report.json", "demo_report.json"},
         {"vargon_demo.pad", "kvan_master.ibs", {"--vargon"}, "report.json", "vargon_demo_report.json"},
         {"vargon_demo.pad", "kvan_master.ibs", {"--vargon", "--msgflow"}, "r.csv", "vargon_demo_report.csv"},
+        {"long_names_demo.pad", "kva3_master.ibs", {"--component-name", "BOARD_U7", "--truncate", "20", "--model-selector"},
+         "report.json", "long_names_demo_report.json"},
     };
     for (Case const& c : cases) {
         SCOPED_TRACE(c.pad + " " + testing::PrintToString(c.options));

@@ -1,0 +1,36 @@
+#ifndef PAD2IBIS_IBIS_IBIS_NUMBER_H
+#define PAD2IBIS_IBIS_IBIS_NUMBER_H
+
+// Numbers as IBIS writes them: plain or exponent form, then at most one
+// scale letter (T G M k m u n p f), then unit text that is ignored
+// ("1.23pF", "3.0V", "100mA", "-2.5E-03"). "NA" stands for a value that is
+// not available.
+
+#include <string_view>
+
+namespace ibis {
+
+struct Number {
+    enum Kind : unsigned char { Value, NotAvailable, Invalid };
+    Kind kind = Invalid;
+    double value = 0.0;
+
+    bool isValue() const { return kind == Value; }
+};
+
+// Reads one field, which holds no blank. Anything that is neither a number
+// in the form above nor "NA" (any case) is Invalid: a field without digits,
+// a second point, an exponent without digits where no unit can stand ("1e+"),
+// or a character after the number that is not a letter ("1.0,", "2/3").
+Number parseNumber(std::string_view field);
+
+// Reads the field that starts at p, up to the first blank, tab or comment
+// character or `end`, as parseNumber does, and tells where it stopped.
+char const* scanNumber(char const* p, char const* end, char comment, Number& number);
+
+// The ten's exponent of a scale letter, or 0 with false for any other byte.
+bool scaleExponent(char letter, int& exponent);
+
+} // namespace ibis
+
+#endif

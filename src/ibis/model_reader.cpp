@@ -1,0 +1,238 @@
+#include "ibis/model_reader.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "ibis/ibis_syntax.h"
+
+namespace ibis {
+
+namespace {
+
+bool sameWord(std::string_view a, std::string_view b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (std::tolower(static_cast<unsigned char>(a[i])) !=
+            std::tolower(static_cast<unsigned char>(b[i])))
+            return false;
+    return true;
+}
+
+// A line of words starts with a letter and its first field is not "NA";
+// anything else under a keyword is a row of numbers (read, and judged, as
+// numbers).
+bool isWordLine(std::string_view text, char comment)
+{
+    char const c = text[0];
+    if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')))
+        return false;
+    bool const na = text.size() >= 2 && (c == 'N' || c == 'n') && (text[1] == 'A' || text[1] == 'a') &&
+                    (text.size() == 2 || text[2] == ' ' || text[2] == '\t' || text[2] == comment);
+    return !na;
+}
+
+} // namespace
+
+std::string Item::joined() const
+{
+    std::string text;
+    for (std::string const& field : fields)
+        text += (text.empty() ? "" : " ") + field;
+    return text;
+}
+
+bool Item::nameValue(std::string& name, std::string& value) const
+{
+    std::string const text = joined();
+    std::string::size_type const equals = text.find('=');
+    if (equals == std::string::npos)
+        return false;
+    auto trim = [](std::string s) {
+        s.erase(0, s.find_first_not_of(' '));
+        s.erase(s.find_last_not_of(' ') + 1);
+        return s;
+    };
+    name = trim(text.substr(0, equals));
+    value = trim(text.substr(equals + 1));
+    return !name.empty() && name.find(' ') == std::string::npos;
+}
+
+bool Model::headValue(std::string_view name, std::string& value, int* line) const
+{
+    for (Item const& item : head) {
+        if (!sameWord(item.fields[0], name))
+            continue;
+        value.clear();
+        for (std::size_t i = 1; i < item.fields.size(); ++i)
+            value += (i == 1 ? "" : " ") + item.fields[i];
+        if (line != nullptr)
+            *line = item.line;
+        return true;
+    }
+    return false;
+}
+
+Section const* Model::section(std::string_view key) const
+{
+    for (Section const& s : sections)
+        if (s.key == key)
+            return &s;
+    return nullptr;
+}
+
+bool endsModel(std::string_view key)
+{
+    // Sorted, for the binary search.
+    static std::string_view const keys[] = {
+        "alternate package models",
+        "begin board description",
+        "begin emi component",
+        "begin emi model",
+        "bus label",
+        "comment char",
+        "component",
+        "copyright",
+        "date",
+        "define package model",
+        "diff pin",
+        "die supply pads",
+        "disclaimer",
+        "emi component",
+        "end",
+        "end alternate package models",
+        "end board description",
+        "end emi component",
+        "end emi model",
+        "end external circuit",
+        "end interconnect model",
+        "end interconnect model set",
+        "end package model",
+        "external circuit",
+        "file name",
+        "file rev",
+        "ibis ver",
+        "interconnect model",
+        "interconnect model set",
+        "manufacturer",
+        "model",
+        "model selector",
+        "node names",
+        "notes",
+        "package",
+        "package model",
+        "pin",
+        "pin mapping",
+        "repeater pin",
+        "series pin mapping",
+        "series switch groups",
+        "source",
+        "submodel",
+        "test data",
+        "test load",
+    };
+    return std::binary_search(std::begin(keys), std::end(keys), key);
+}
+
+ModelReader::ModelReader(Sink sink) : _sink(std::move(sink)) {}
+
+void ModelReader::close(std::string endedBy)
+{
+    if (!_open)
+        return;
+    _open = false;
+    _model.endedBy = std::move(endedBy);
+    _sink(_model);
+}
+
+bool ModelReader::feed(Line const& line, char comment)
+{
+    if (isKeywordLine(line.text)) {
+        std::string key = keywordKey(line.text);
+        if (key == "model") {
+            close(key);
+            _model = Model();
+            _open = true;
+            _model.line = _model.lastLine = line.number;
+            splitFields(keywordRest(line.text), comment, _fields);
+            _model.args.assign(_fields.begin(), _fields.end());
+            _model.name = _fields.empty() ? "" : std::string(_fields[0]);
+            return true;
+        }
+        if (!_open)
+            return false;
+        if (endsModel(key)) {
+            close(std::move(key));
+            return false;
+        }
+        Section section;
+        section.key = std::move(key);
+        section.shown = std::string(keywordShown(line.text));
+        section.line = line.number;
+        splitFields(keywordRest(line.text), comment, _fields);
+        section.args.assign(_fields.begin(), _fields.end());
+        _model.sections.push_back(std::move(section));
+        _model.lastLine = line.number;
+        return true;
+    }
+    if (!_open)
+        return false;
+    _model.lastLine = line.number;
+    char const* p = line.text.data();
+    char const* const end = p + line.text.size();
+    while (p < end && (*p == ' ' || *p == '\t'))
+        ++p;
+    if (p == end || *p == comment)
+        return true;
+    std::string_view const rest(p, static_cast<std::size_t>(end - p));
+    if (_model.sections.empty() || isWordLine(rest, comment)) {
+        splitFields(rest, comment, _fields);
+        Item item;
+        item.line = line.number;
+        item.fields.assign(_fields.begin(), _fields.end());
+        (_model.sections.empty() ? _model.head : _model.sections.back().items)
+            .push_back(std::move(item));
+        return true;
+    }
+    // A row of numbers, read field by field in one pass.
+    Row row;
+    row.line = line.number;
+    for (;;) {
+        while (p < end && (*p == ' ' || *p == '\t'))
+            ++p;
+        if (p == end || *p == comment)
+            break;
+        if (row.fields < 4) {
+            p = scanNumber(p, end, comment, row.cells[row.fields]);
+        } else {
+            while (p < end && *p != ' ' && *p != '\t' && *p != comment)
+                ++p;
+        }
+        ++row.fields;
+    }
+    _model.sections.back().rows.push_back(row);
+    return true;
+}
+
+void ModelReader::finish()
+{
+    close("");
+}
+
+bool readModels(std::istream& in, ModelReader::Sink const& sink)
+{
+    LineSource lines(in);
+    CommentChar comment;
+    ModelReader reader(sink);
+    Line line;
+    while (lines.next(line)) {
+        reader.feed(line, comment.current());
+        if (keywordKey(line.text) == "comment char")
+            comment.change(keywordRest(line.text));
+    }
+    reader.finish();
+    return !lines.failed();
+}
+
+} // namespace ibis

@@ -1,0 +1,109 @@
+#ifndef PAD2IBIS_IBIS_MODEL_READER_H
+#define PAD2IBIS_IBIS_MODEL_READER_H
+
+// The [Model] blocks of an IBIS file, one at a time: each block's
+// sub-parameter lines, and its keywords with their lines and numeric rows
+// (I-V tables, waveforms). Only one block is held at a time, so memory does
+// not grow with the file.
+//
+// A block runs from its [Model] line to the next keyword that does not
+// belong inside a model ([Model], [Model Selector], [Component], [End] and
+// the other keywords of the file and component level), or to the end of the
+// file. Every other keyword inside it, known or not, opens a section.
+
+#include <functional>
+#include <istream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ibis/ibis_number.h"
+#include "ibis/line_source.h"
+
+namespace ibis {
+
+// A line of words: a sub-parameter ("Model_type I/O", "Vinl = 0.8V",
+// "C_comp 2p 1p 3p"), a [Ramp] entry ("dV/dt_r 2.2/1.06n ..."), a waveform's
+// "R_fixture = 50". Its first field starts with a letter and is not "NA".
+struct Item {
+    int line = 0;
+    std::vector<std::string> fields; // ahead of the comment character
+
+    // The text of the fields joined by one blank.
+    std::string joined() const;
+    // "name = value", "name=value", "name= value" and the like: true with the
+    // name and the value (the fields behind "=" joined by one blank).
+    bool nameValue(std::string& name, std::string& value) const;
+};
+
+// A line of numbers under a table keyword: index (voltage or time), typ,
+// min, max. Cells beyond `fields` are Invalid; fields beyond four are only
+// counted.
+struct Row {
+    int line = 0;
+    int fields = 0;
+    Number cells[4];
+};
+
+// One keyword inside a block and the lines up to the next keyword.
+struct Section {
+    std::string key;   // as keywordKey() gives it: "pulldown", "rising waveform"
+    std::string shown; // as written: "[Pulldown]"
+    int line = 0;
+    std::vector<std::string> args; // the fields behind the keyword
+    std::vector<Item> items;
+    std::vector<Row> rows;
+};
+
+struct Model {
+    std::string name; // the first field behind [Model]
+    std::vector<std::string> args; // every field behind [Model]
+    int line = 0;      // of the [Model] line
+    int lastLine = 0;  // the block's last line (comment lines included)
+    std::string endedBy; // the key of the keyword that ended the block; empty
+                         // at the end of the file
+    std::vector<Item> head;        // lines ahead of the block's first keyword
+    std::vector<Section> sections; // in file order
+
+    // The value of a head sub-parameter ("model_type" matches "Model_type"):
+    // the fields behind its name joined by one blank, and true when there.
+    bool headValue(std::string_view name, std::string& value, int* line = nullptr) const;
+    // The first section with this key, or null.
+    Section const* section(std::string_view key) const;
+};
+
+class ModelReader {
+public:
+    using Sink = std::function<void(Model const&)>;
+
+    explicit ModelReader(Sink sink);
+
+    // Offers the next line of the file, read with this comment character.
+    // True when the line belongs to a block (its [Model] line included); a
+    // line that ends a block hands the block to the sink first.
+    bool feed(Line const& line, char comment);
+    // The end of the file: hands out the block that is still open.
+    void finish();
+
+    // True while a block is open.
+    bool inModel() const { return _open; }
+
+private:
+    void close(std::string endedBy);
+
+    Sink _sink;
+    Model _model;
+    bool _open = false;
+    std::vector<std::string_view> _fields;
+};
+
+// True for keywords that end a [Model] block (file and component level).
+bool endsModel(std::string_view key);
+
+// Reads every [Model] block of an IBIS file in turn, with [Comment Char]
+// followed. False when the stream failed before its end.
+bool readModels(std::istream& in, ModelReader::Sink const& sink);
+
+} // namespace ibis
+
+#endif
