@@ -68,7 +68,7 @@ struct SlewStep {
     int step;
 };
 
-SlewStep const slewSteps[] = {{"SLOW", 0}, {"MED", 1}, {"MEDIUM", 1}, {"FAST", 2}};
+SlewStep const slewSteps[] = {{"SLOW", 0}, {"MEDIUM", 1}, {"FAST", 2}};
 int const offTheSlewScale = 3;
 
 KeyField const& fieldAt(IBIS_KEY_ATTR start)
