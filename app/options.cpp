@@ -40,11 +40,13 @@ char const* usageText()
            "  --report FILE      also write a resolution report: one row per signal with\n"
            "                     its pin, bank, port type, IO settings, the model key\n"
            "                     built, the outcome (resolved, fallback, substituted,\n"
-           "                     missing, none), the model written and the signal's name\n"
-           "                     in the file; then the design's\n"
-           "                     models with the signals each serves, and the count of\n"
-           "                     each outcome. CSV, or JSON for a FILE ending in .json.\n"
-           "                     What the run prints and writes is the same without it\n"
+           "                     missing, none), the model written, the signal's name\n"
+           "                     in the file, and for a missing model the nearest one\n"
+           "                     the master has and the settings in which it differs;\n"
+           "                     then the design's models with the signals each serves,\n"
+           "                     and the count of each outcome. CSV, or JSON for a FILE\n"
+           "                     ending in .json. What the run prints and writes is the\n"
+           "                     same without it\n"
            "  --component-name NAME\n"
            "                     the design file's [Component] line names NAME instead\n"
            "                     of the master's component: 1 to 40 printable ASCII\n"
@@ -63,6 +65,15 @@ char const* usageText()
            "                     <model>_sel that the design's pins name: the design's\n"
            "                     model first, then those, each with its drive and slew\n"
            "                     (lvc330s160naaaaaaaou  DRIVE=16mA SLEW=SLOW)\n"
+           "  --substitute nearest\n"
+           "                     give each signal whose model the master lacks the\n"
+           "                     nearest model it has: same IO standard and supply, a\n"
+           "                     direction the signal can use (an input also a\n"
+           "                     bidirectional model, an output or open-drain signal\n"
+           "                     too), the fewest other settings changed, then the\n"
+           "                     nearest drive (the stronger on a tie), the nearest\n"
+           "                     slew, the first name. Reported as a substitution;\n"
+           "                     with --vargon only where the family's own finds none\n"
            "  --ami              SerDes flow; needs --channels\n"
            "  --channels FILE    the SerDes channels: lines 'channel BLOCK CHANNEL RX TX'\n"
            "                     (RX, TX: ON or OFF), each followed by 'KEY VALUE' lines\n"
@@ -192,6 +203,15 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
             options.allModels = true;
         } else if (arg == "--model-selector") {
             options.modelSelector = true;
+        } else if (arg == "--substitute") {
+            std::string what;
+            if (!needValue("--substitute", what))
+                return false;
+            if (what != "nearest") {
+                error = "--substitute takes 'nearest', not '" + what + "'";
+                return false;
+            }
+            options.substituteNearest = true;
         } else if (arg == "--dump-alt-models") {
             options.dumpAltModels = true;
         } else if (arg == "--ami") {
@@ -221,7 +241,8 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
         }
         if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
             options.dumpAltModels || !options.reportFile.empty() || !options.componentName.empty() ||
-            options.truncate != 0 || options.allModels || options.modelSelector) {
+            options.truncate != 0 || options.allModels || options.modelSelector ||
+            options.substituteNearest) {
             error = "--ami takes only --channels, --brinmark, --msgflow and --family";
             return false;
         }

@@ -58,10 +58,10 @@ bool endsWith(std::string const& value, std::string const& tail)
 std::string ResolutionReport::csv() const
 {
     std::string out = csvRow({"signal", "pin", "bank", "port_type", "io_settings", "model_key",
-                              "outcome", "model", "signal_in_file"});
+                              "outcome", "model", "signal_in_file", "nearest", "differs"});
     for (SignalOutcome const& s : _signals)
         out += csvRow({s.name, s.pin, s.bank, s.portType, s.settings, s.key, s.outcome, s.model,
-                       s.signalInFile});
+                       s.signalInFile, s.nearest, s.differs});
     out += "\r\n" + csvRow({"model", "signals"});
     for (auto const& model : _models)
         out += csvRow({model.first, std::to_string(model.second)});
@@ -95,7 +95,9 @@ std::string ResolutionReport::json() const
                ", \"io_settings\": " + jsonString(s.settings) +
                ", \"model_key\": " + jsonString(s.key) + ", \"outcome\": " + jsonString(s.outcome) +
                ", \"model\": " + jsonString(s.model) +
-               ", \"signal_in_file\": " + jsonString(s.signalInFile) + "}";
+               ", \"signal_in_file\": " + jsonString(s.signalInFile) +
+               ", \"nearest\": " + jsonString(s.nearest) + ", \"differs\": " + jsonString(s.differs) +
+               "}";
     }
     out += _signals.empty() ? "],\n" : "\n  ],\n";
     out += "  \"models\": [";

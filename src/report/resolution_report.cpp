@@ -1,6 +1,7 @@
 #include "report/resolution_report.h"
 
 #include "driver/basibsgen.h"
+#include "nearest/nearest_model.h"
 
 namespace {
 
@@ -98,7 +99,21 @@ void ResolutionReport::afterWalk(IBIS_MODEL const& generator)
         } else {
             signal.outcome = "none";
         }
+        if (signal.outcome == "missing" || signal.outcome == "substituted")
+            noteNearest(generator, signal);
     }
+}
+
+void ResolutionReport::noteNearest(IBIS_MODEL const& generator, SignalOutcome& signal)
+{
+    ibsnearest::Nearest const nearest =
+        ibsnearest::nearestModel(signal.key, generator._availableModels, generator._devIoMaps);
+    // A substitute of the family's own rules is not the nearest model's
+    // doing, unless it is that model.
+    if (nearest.model.empty() || (signal.outcome == "substituted" && nearest.model != signal.model))
+        return;
+    signal.nearest = nearest.model;
+    signal.differs = ibsnearest::describe(nearest.differences);
 }
 
 void ResolutionReport::afterWrite(IBIS_MODEL const& generator)

@@ -22,6 +22,9 @@ struct SignalOutcome {
     std::string outcome; // resolved, fallback, substituted, missing or none
     std::string model;   // the model written for the signal; empty when none
     std::string signalInFile; // the name on its [Pin] row ("name+" for a pair); empty when none
+    // For a key that the master lacks: its nearest model and the settings in
+    // which that differs, when the signal is missing or got that model.
+    std::string nearest, differs;
 };
 
 class ResolutionReport {
@@ -54,6 +57,9 @@ private:
         std::vector<std::string> args;
     };
     static void observe(IbsMessage message, std::initializer_list<char const*> args, void* self);
+    // The nearest model of the signal's key and its differences, where they
+    // belong in the report.
+    void noteNearest(IBIS_MODEL const& generator, SignalOutcome& signal);
 
     std::vector<Event> _events;
     std::vector<SignalOutcome> _signals;

@@ -184,7 +184,7 @@ void IBIS_MODEL_VARGON::setDesignModels()
             ++_missingModelCount;
             iobuf->model = ibs_new_model_string(substitute.c_str());
             ibsUseModel(*this, iobuf, substitute, key);
-        } else {
+        } else if (!ibsTakeChosenSubstitute(*this, iobuf, key)) {
             ibsReport(IBS_MSG_1010, {key.c_str(), iobuf->name});
             ibsFlushAll();
             ++_missingModelCount;
