@@ -23,8 +23,9 @@ build:
 # names cut to 20 characters, every model, model selectors).
 # Between the second and the third, a run in $(BUILD)/demo/nearest gives
 # each missing model the nearest model of the master (--substitute nearest).
-# The first run also writes its resolution report, and every IBIS file the
-# runs wrote, and the shipped masters, go through pad2ibis check.
+# The first run also writes its resolution report, and every IBIS and AMI
+# file the runs wrote, the shipped masters and the shipped channels file go
+# through pad2ibis check.
 DEMO_DIR = $(BUILD)/demo
 PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
 demo: build
@@ -63,9 +64,13 @@ demo: build
 	@echo "== the companion-chip copies are byte copies of k_btn.ibs and keep its [File Name]"
 	cd $(DEMO_DIR) && { $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs || \
 	  echo "(expected: a companion copy is written byte for byte, so its [File Name] stays k_btn.ibs)"; }
-	@echo "== pad2ibis check --master on the shipped masters (see README: Checking IBIS files)"
+	@echo "== pad2ibis check --master on the shipped masters (see README: Checking IBIS and AMI files)"
 	$(PAD2IBIS) check --master --family KVA3 examples/kva3_master.ibs
-	$(PAD2IBIS) check --master examples/kvan_master.ibs
+	$(PAD2IBIS) check --master --family KVAN examples/kvan_master.ibs
+	@echo "== pad2ibis check on the SerDes parameter files written above, and the shipped channels file"
+	cd $(DEMO_DIR) && $(PAD2IBIS) check ami/ibis_ami/*.ami
+	$(PAD2IBIS) check --channels examples/serdes/channels.txt \
+	  examples/serdes/kva4RX_parameters.ami examples/serdes/kva4TX_parameters.ami
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
