@@ -11,7 +11,10 @@
 #include "driver/basibsgen.h"
 #include "driver/messages.h"
 #include "host/msgmanager.h"
+#include "nearest/nearest_model.h"
+#include "resolve/model_substitute.h"
 #include "variant/basib_vargon.h"
+#include "writer/design_file_options.h"
 
 #ifndef PAD2IBIS_VERSION
 #define PAD2IBIS_VERSION "0.0.0"
@@ -52,6 +55,8 @@ int runPadFlow(Options const& options)
         ibsFatal(IBS_MSG_1003);
     if (options.dumpAltModels && variant != nullptr)
         variant->printAltModelLists();
+    if (options.substituteNearest)
+        ibsSetSubstituteChooser(&ibsnearest::nearestSubstitute);
     ResolutionReport report;
     bool const reporting = !options.reportFile.empty();
     if (reporting)
@@ -106,6 +111,12 @@ int main(int argc, char** argv)
     IBIS_MODEL::_is_ncd_flow = options.ncd;
     IBIS_MODEL::_is_brinmark_flow = options.brinmark;
     IBIS_MODEL::_mipi_dphy_ip_used = options.dphy;
+    IbsDesignFileOptions designFile;
+    designFile.componentName = options.componentName;
+    designFile.signalNameWidth = options.truncate;
+    designFile.allModels = options.allModels;
+    designFile.modelSelectors = options.modelSelector;
+    ibsSetDesignFileOptions(designFile);
 
     if (options.ami)
         return runAmiFlow(options);

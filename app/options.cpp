@@ -10,7 +10,8 @@ char const* usageText()
     return "Usage: pad2ibis [OPTIONS] PAD_FILE MASTER_IBS\n"
            "       pad2ibis --ami --channels CHANNELS_FILE [--brinmark] [--msgflow] [--family WORD]\n"
            "                DESIGN_FILE SERDES_MASTER_IBS\n"
-           "       pad2ibis check [--master] [--family WORD] IBIS_FILE...\n"
+           "       pad2ibis check [--master] [--family WORD] FILE...\n"
+           "       pad2ibis check --channels CHANNELS_FILE TEMPLATE_AMI...\n"
            "\n"
            "Writes the design IBIS file of a placed and routed FPGA design: the component,\n"
            "package, pins and models of the design, taken from the family's master IBIS\n"
@@ -39,10 +40,40 @@ char const* usageText()
            "  --report FILE      also write a resolution report: one row per signal with\n"
            "                     its pin, bank, port type, IO settings, the model key\n"
            "                     built, the outcome (resolved, fallback, substituted,\n"
-           "                     missing, none) and the model written; then the design's\n"
-           "                     models with the signals each serves, and the count of\n"
-           "                     each outcome. CSV, or JSON for a FILE ending in .json.\n"
-           "                     What the run prints and writes is the same without it\n"
+           "                     missing, none), the model written, the signal's name\n"
+           "                     in the file, and for a missing model the nearest one\n"
+           "                     the master has and the settings in which it differs;\n"
+           "                     then the design's models with the signals each serves,\n"
+           "                     and the count of each outcome. CSV, or JSON for a FILE\n"
+           "                     ending in .json. What the run prints and writes is the\n"
+           "                     same without it\n"
+           "  --component-name NAME\n"
+           "                     the design file's [Component] line names NAME instead\n"
+           "                     of the master's component: 1 to 40 printable ASCII\n"
+           "                     characters, no blank at either end, no '|'\n"
+           "                     (--component-name BOARD_U7: [Component]     BOARD_U7)\n"
+           "  --truncate N       cut [Pin] signal names longer than N to N characters;\n"
+           "                     N is 0 (no cut), 20 or 40. A pair keeps its + and -\n"
+           "                     within N; names the cut makes equal end in ~1, ~2 ...\n"
+           "                     (--truncate 20: top/u_core/u_uart/uart_txd is written\n"
+           "                     top/u_core/u_uart/ua)\n"
+           "  --all-models       a [Model] block for every model of the master's [Pin]\n"
+           "                     list, not only the design's; the [Pin] rows stay the\n"
+           "                     design's (kva3_master.ibs: 27 blocks)\n"
+           "  --model-selector   for each design model whose master has models that\n"
+           "                     differ only in slew and drive, a [Model Selector]\n"
+           "                     <model>_sel that the design's pins name: the design's\n"
+           "                     model first, then those, each with its drive and slew\n"
+           "                     (lvc330s160naaaaaaaou  DRIVE=16mA SLEW=SLOW)\n"
+           "  --substitute nearest\n"
+           "                     give each signal whose model the master lacks the\n"
+           "                     nearest model it has: same IO standard and supply, a\n"
+           "                     direction the signal can use (an input also a\n"
+           "                     bidirectional model, an output or open-drain signal\n"
+           "                     too), the fewest other settings changed, then the\n"
+           "                     nearest drive (the stronger on a tie), the nearest\n"
+           "                     slew, the first name. Reported as a substitution;\n"
+           "                     with --vargon only where the family's own finds none\n"
            "  --ami              SerDes flow; needs --channels\n"
            "  --channels FILE    the SerDes channels: lines 'channel BLOCK CHANNEL RX TX'\n"
            "                     (RX, TX: ON or OFF), each followed by 'KEY VALUE' lines\n"
@@ -55,9 +86,14 @@ char const* usageText()
            "a count line. By default the files are design IBIS files; with --master they\n"
            "are master IBIS files, checked for what the generator's readers rely on, and\n"
            "--family WORD (a family such as KVA3, or a part type such as KVA3-40E-6BG256C)\n"
-           "also checks that the naming tables that family needs are all there. Exit\n"
-           "status 0 when no error was found, 1 when one was, 2 for a usage error or a\n"
-           "file that cannot be read.\n"
+           "also checks that the naming tables that family needs are all there. A file\n"
+           "ending in .ami is an AMI parameter file, checked by the rules of the AMI\n"
+           "parameter tree. With --channels, CHANNELS_FILE is checked against the\n"
+           "parameter templates: settings that no template line takes, values that are\n"
+           "written otherwise than they read, values outside their parameter's Type,\n"
+           "Range or List; the templates are checked as AMI files too. Exit status 0\n"
+           "when no error was found, 1 when one was, 2 for a usage error or a file that\n"
+           "cannot be read.\n"
            "\n"
            "Exit status: 0 when the files were written (missing models are reported and\n"
            "the file is still written), 1 for a file that cannot be opened, an unknown\n"
@@ -80,6 +116,21 @@ bool parseCount(char const* text, int& value)
         return false;
     value = static_cast<int>(number);
     return true;
+}
+
+// Why NAME cannot stand on the [Component] line, or "" when it can.
+std::string componentNameProblem(std::string const& name)
+{
+    if (name.empty() || name.size() > 40)
+        return "--component-name needs 1 to 40 characters, not " + std::to_string(name.size());
+    if (name.front() == ' ' || name.back() == ' ')
+        return "--component-name '" + name + "' has a blank at an end";
+    for (char c : name)
+        if (c < ' ' || c > '~')
+            return "--component-name takes printable ASCII characters only";
+    if (name.find('|') != std::string::npos)
+        return "--component-name '" + name + "' holds '|', which starts an IBIS comment";
+    return "";
 }
 
 } // namespace
@@ -133,6 +184,34 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
         } else if (arg == "--report") {
             if (!needValue("--report", options.reportFile))
                 return false;
+        } else if (arg == "--component-name") {
+            if (!needValue("--component-name", options.componentName))
+                return false;
+            error = componentNameProblem(options.componentName);
+            if (!error.empty())
+                return false;
+        } else if (arg == "--truncate") {
+            std::string width;
+            if (!needValue("--truncate", width))
+                return false;
+            if (width != "0" && width != "20" && width != "40") {
+                error = "--truncate takes 0, 20 or 40, not '" + width + "'";
+                return false;
+            }
+            options.truncate = std::atoi(width.c_str());
+        } else if (arg == "--all-models") {
+            options.allModels = true;
+        } else if (arg == "--model-selector") {
+            options.modelSelector = true;
+        } else if (arg == "--substitute") {
+            std::string what;
+            if (!needValue("--substitute", what))
+                return false;
+            if (what != "nearest") {
+                error = "--substitute takes 'nearest', not '" + what + "'";
+                return false;
+            }
+            options.substituteNearest = true;
         } else if (arg == "--dump-alt-models") {
             options.dumpAltModels = true;
         } else if (arg == "--ami") {
@@ -161,7 +240,9 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
             return false;
         }
         if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
-            options.dumpAltModels || !options.reportFile.empty()) {
+            options.dumpAltModels || !options.reportFile.empty() || !options.componentName.empty() ||
+            options.truncate != 0 || options.allModels || options.modelSelector ||
+            options.substituteNearest) {
             error = "--ami takes only --channels, --brinmark, --msgflow and --family";
             return false;
         }

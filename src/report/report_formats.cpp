@@ -59,13 +59,15 @@ bool endsWith(std::string const& value, std::string const& tail)
 std::vector<std::string> const& ResolutionReport::signalColumns()
 {
     static std::vector<std::string> const columns = {
-        "signal", "pin", "bank", "port_type", "io_settings", "model_key", "outcome", "model"};
+        "signal",  "pin",   "bank",           "port_type", "io_settings", "model_key",
+        "outcome", "model", "signal_in_file", "nearest",   "differs"};
     return columns;
 }
 
 std::vector<std::string> ResolutionReport::signalFields(SignalOutcome const& s)
 {
-    return {s.name, s.pin, s.bank, s.portType, s.settings, s.key, s.outcome, s.model};
+    return {s.name,    s.pin,   s.bank,         s.portType, s.settings, s.key,
+            s.outcome, s.model, s.signalInFile, s.nearest,  s.differs};
 }
 
 std::string ResolutionReport::csv() const
@@ -91,7 +93,12 @@ std::string ResolutionReport::json() const
     out += "    \"family\": " + jsonString(_family) + ",\n";
     out += "    \"part\": " + jsonString(_part) + ",\n";
     out += "    \"package\": " + jsonString(_package) + ",\n";
-    out += "    \"master\": {\"component\": " + jsonString(_component) + "}\n  },\n";
+    out += "    \"master\": {\"component\": " + jsonString(_component) + "},\n";
+    out += "    \"design_file\": {\"component_name\": " +
+           (_options.componentName.empty() ? "null" : jsonString(_options.componentName)) +
+           ", \"truncate\": " + std::to_string(_options.signalNameWidth) +
+           ", \"all_models\": " + (_options.allModels ? "true" : "false") +
+           ", \"model_selector\": " + (_options.modelSelectors ? "true" : "false") + "}\n  },\n";
     out += "  \"signals\": [";
     for (std::size_t i = 0; i < _signals.size(); ++i) {
         SignalOutcome const& s = _signals[i];
@@ -100,7 +107,10 @@ std::string ResolutionReport::json() const
                ", \"port_type\": " + jsonString(s.portType) +
                ", \"io_settings\": " + jsonString(s.settings) +
                ", \"model_key\": " + jsonString(s.key) + ", \"outcome\": " + jsonString(s.outcome) +
-               ", \"model\": " + jsonString(s.model) + "}";
+               ", \"model\": " + jsonString(s.model) +
+               ", \"signal_in_file\": " + jsonString(s.signalInFile) +
+               ", \"nearest\": " + jsonString(s.nearest) + ", \"differs\": " + jsonString(s.differs) +
+               "}";
     }
     out += _signals.empty() ? "],\n" : "\n  ],\n";
     out += "  \"models\": [";

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "driver/messages.h"
+#include "writer/design_file_options.h"
 
 class IBIS_MODEL;
 
@@ -22,6 +23,10 @@ struct SignalOutcome {
     std::string key;     // the model key the walk built; empty when none was
     std::string outcome; // resolved, fallback, substituted, missing or none
     std::string model;   // the model written for the signal; empty when none
+    std::string signalInFile; // the name on its [Pin] row ("name+" for a pair); empty when none
+    // For a key that the master lacks: its nearest model and the settings in
+    // which that differs, when the signal is missing or got that model.
+    std::string nearest, differs;
     std::string pairPin; // the pin of a differential signal's negative leg
 };
 
@@ -33,7 +38,8 @@ public:
     // Stops listening and settles each signal's outcome; call right after.
     void afterWalk(IBIS_MODEL const& generator);
     // Notes the design's models once the design file is written (the D-PHY
-    // rows add theirs while it is written).
+    // rows add theirs while it is written), the [Pin] row names and the
+    // design file options.
     void afterWrite(IBIS_MODEL const& generator);
 
     // Run facts for the JSON document.
@@ -62,6 +68,9 @@ private:
         std::vector<std::string> args;
     };
     static void observe(IbsMessage message, std::initializer_list<char const*> args, void* self);
+    // The nearest model of the signal's key and its differences, where they
+    // belong in the report.
+    void noteNearest(IBIS_MODEL const& generator, SignalOutcome& signal);
 
     std::vector<Event> _events;
     std::vector<SignalOutcome> _signals;
@@ -69,6 +78,7 @@ private:
     std::string _padFile, _masterFile, _family, _part, _package, _component;
     std::string _designFile;
     bool _variant = false;
+    IbsDesignFileOptions _options;
 };
 
 #endif

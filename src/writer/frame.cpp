@@ -13,7 +13,9 @@
 #include "host/ut_timestamp.h"
 #include "host/ut_version.h"
 #include "writer/bulk_output.h"
+#include "writer/design_file_options.h"
 #include "writer/model_index.h"
+#include "writer/option_sections.h"
 
 namespace {
 
@@ -75,12 +77,14 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
     _masterStream.clear();
 
     writeDiffPinSection();
+    writeModelSelectors(*this);
     // The blocks of the design's models are located in one pass over the
     // master, then copied from there, each followed by its closing lines.
-    if (!_designModels.empty()) {
+    std::set<std::string> const blocks = modelsWithBlocks(*this);
+    if (!blocks.empty()) {
         _masterStream.open(_masterIbisFile.c_str());
         isDeviceIbisFileOpen();
-        std::vector<std::string> const models(_designModels.begin(), _designModels.end());
+        std::vector<std::string> const models(blocks.begin(), blocks.end());
         std::vector<ModelBlockStart> const starts = findModelBlocks(_masterStream, models);
         // The blocks go out to the design file in large pieces.
         BulkOutputScope const bulk(_designStream);
@@ -142,6 +146,10 @@ void IBIS_MODEL::writeIbisCopyRights()
     // The two companion-chip parts name themselves on the component line.
     bool const zu2Part = _partName == "KRDH20" || _partName == "KRDH21";
     bool deviceLineDone = false;
+    // A component name of the host's own replaces the master's on the
+    // first component line.
+    std::string const& componentName = ibsDesignFileOptions().componentName;
+    bool componentLineDone = componentName.empty();
     char line[IBS_COPY_LINE_SIZE];
     // The loop watches the end of the file alone, as the reads that reach it
     // are copied too; a line over the limit ends it as well.
@@ -150,6 +158,11 @@ void IBIS_MODEL::writeIbisCopyRights()
         if (_masterStream.fail() && !_masterStream.eof())
             break;
         std::string raw = line;
+        if (!componentLineDone && isComponentLine(line)) {
+            _designStream << withComponentName(raw, componentName) << "\n";
+            componentLineDone = true;
+            continue;
+        }
         if (zu2Part) {
             char upperCopy[IBS_COPY_LINE_SIZE];
             std::strcpy(upperCopy, line);

@@ -7,6 +7,8 @@
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "host/ut_string.h"
+#include "writer/design_file_options.h"
+#include "writer/option_sections.h"
 
 namespace {
 
@@ -31,18 +33,22 @@ void IBIS_MODEL::writeIbisPinInfo()
     // Rows in pad report order; a signal without a model has no place here.
     // The negative leg of a differential signal is told by the pad report's
     // pin number table, where its pin info is the signal's name and "-".
-    for (IB_IOBUF* iobuf : _iobufs) {
-        if (iobuf->model == nullptr || iobuf->model[0] == '\0')
+    // The row names and the model column are the signal's own unless the
+    // design file options cut the names or ask for selectors.
+    IbsDesignFileOptions const& options = ibsDesignFileOptions();
+    std::vector<PinRowName> const names = pinRowNames(_iobufs, _diffPinMap, options.signalNameWidth);
+    ModelSelectors const selectors(_availableModels, options.modelSelectors);
+    for (std::size_t i = 0; i < _iobufs.size(); ++i) {
+        IB_IOBUF const* iobuf = _iobufs[i];
+        if (!names[i].row)
             continue;
-        std::string rowName = iobuf->name;
-        std::string key = rowName + "-";
-        auto negative = _diffPinMap.find(key);
-        bool differential = negative != _diffPinMap.end();
-        if (differential)
-            rowName += "+";
-        writePinRow(_designStream, iobuf->site ? iobuf->site : "", rowName, iobuf->model);
-        if (differential)
-            writePinRow(_designStream, negative->second, key, iobuf->model);
+        std::string const model = selectors.pinModel(iobuf->model);
+        if (!names[i].pair) {
+            writePinRow(_designStream, iobuf->site ? iobuf->site : "", names[i].stem, model);
+            continue;
+        }
+        writePinRow(_designStream, iobuf->site ? iobuf->site : "", names[i].stem + "+", model);
+        writePinRow(_designStream, _diffPinMap.at(std::string(iobuf->name) + "-"), names[i].stem + "-", model);
     }
     writeDphyPinInfo();
     writeSectionSeperator();
@@ -56,6 +62,7 @@ void IBIS_MODEL::writeDphyPinInfo()
     // modes numbered apart, pins numbered across both.
     int hs = 1;
     int lp = 1;
+    ModelSelectors const selectors(_availableModels, ibsDesignFileOptions().modelSelectors);
     for (std::string const& model : _availableModels) {
         if (model.find("mip") == std::string::npos)
             continue;
@@ -69,7 +76,7 @@ void IBIS_MODEL::writeDphyPinInfo()
             signal = "mode_lp_" + std::to_string(lp++);
         else
             continue;
-        writePinRow(_designStream, "MIP_" + std::to_string(hs + lp - 2), signal, model);
+        writePinRow(_designStream, "MIP_" + std::to_string(hs + lp - 2), signal, selectors.pinModel(model));
         _designModels.insert(model);
     }
 }

@@ -1,6 +1,7 @@
 // The resolution report of --report: its rows for designs with resolved,
 // fallen-back, missing, substituted and keyless signals, as CSV, JSON and
-// the page; and a run prints and writes the same bytes with and without it.
+// the page, with the [Pin] names the design file options made; and a run
+// prints and writes the same bytes with and without it.
 
 #include <gtest/gtest.h>
 
@@ -39,6 +40,9 @@ TEST(Report, RowsAndByteIdentityOnTheExamples)
         {"examples", "vargon_demo.pad", "kvan_master.ibs", {"--vargon"}, "report.json", "vargon_demo_report.json"},
         {"examples", "vargon_demo.pad", "kvan_master.ibs", {"--vargon", "--msgflow"}, "r.csv", "vargon_demo_report.csv"},
         {"examples", "vargon_demo.pad", "kvan_master.ibs", {"--vargon"}, "r.html", ""},
+        {"examples", "long_names_demo.pad", "kva3_master.ibs",
+         {"--component-name", "BOARD_U7", "--truncate", "20", "--model-selector"}, "report.json",
+         "long_names_demo_report.json"},
         // The design's D-PHY rows add their models to the design's.
         {"tests/writer/data", "one_led.pad", "kx3_master.ibs", {"--dphy"}, "r.csv", "one_led_dphy_report.csv"},
         {"tests/writer/data", "one_led.pad", "kx3_master.ibs", {"--dphy"}, "r.json", "one_led_dphy_report.json"},

@@ -17,6 +17,8 @@
 
 #include "driver/basibsgen.h"
 #include "host/msgmanager.h"
+#include "writer/design_file_options.h"
+#include "resolve/model_substitute.h"
 
 namespace ts {
 
@@ -169,6 +171,8 @@ void resetGeneratorStatics()
     IBIS_MODEL::_is_brinmark_flow = false;
     IBIS_MODEL::_is_AMI_model = false;
     IBIS_MODEL::_mipi_dphy_ip_used = false;
+    ibsSetDesignFileOptions(IbsDesignFileOptions());
+    ibsSetSubstituteChooser(nullptr);
 }
 
 } // namespace ts

@@ -46,6 +46,24 @@ std::string btnFiles(std::string const& stem, std::vector<char const*> numbers)
     return text + "\n";
 }
 
+std::string const longNames =
+    "WARNING: Ibis Model \"lvc330f040naaaaaaaou\" for the signal \"top/u_dbg/debug_output_fast_4ma\" is not "
+    "available.\n" + created + generating("long_names.ibs") + advice;
+
+std::string const vargonWarnings =
+    "WARNING: Ibis Model \"lvc250axxxuaaaaaaain\" for the signal \"btn\" is not available. Substituting model "
+    "\"lvc250axxxaaaaaaaain\".\n"
+    "WARNING: Ibis Model \"ss2180fxxxa5aa7daaio\" for the signal \"ddr_dq\" is not available. Substituting model "
+    "\"ss2180axxxaaaaaaaaio\".\n"
+    "WARNING: Ibis Model \"hs1180fxxxaaaaaaaaou\" for the signal \"hstl_out\" is not available.\n"
+    "WARNING: Ibis Model \"lvc330f240daaaaaaaou\" for the signal \"led1\" is not available. Substituting model "
+    "\"lvc330axxxaaaaaaaaio\".\n"
+    "WARNING: Ibis Model \"lvd250axxxaaaaaaa3ou\" for the signal \"lvds_out\" is not available. Substituting model "
+    "\"lvd250axxxaaaaaaa3io\".\n"
+    "WARNING: Ibis Model \"lvc330a080uaaaaaaaod\" for the signal \"scl\" is not available. Substituting model "
+    "\"lvc330a080uaaaaaaaio\".\n"
+    "WARNING: Ibis Model \"ss1330axxxaaaaaaaaio\" for the signal \"sstl_io\" is not available.\n";
+
 TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
 {
     struct Case {
@@ -55,6 +73,7 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
         std::string out;                // what is printed behind the signal listing
         std::vector<std::string> copies = {}, absent = {}; // in IBIS/; a package file there lies beside the master
         std::string err = "";
+        std::string from = "tests/writer/data/"; // where pad report, master and copies lie
     } const cases[] = {
         {"design.pad", "kx3_master.ibs", {}, "design.ibs", "design.ibs.expected",
          "WARNING: Input model \"lvc330axxxuaaaaaaain\" for signal \"btn_n\" is not available.\n"
@@ -97,6 +116,31 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
          btnFiles("one_led_cabga400", {"0"}) + packageFile,
          {"one_led_cabga400_btn0.ibs", "kx3_master_6bg256c_bg.pkg"}, {},
          "padmodel-1026\tCABGA400\t$M\npadmodel-1030\t$C/IBIS/one_led_cabga400_zu2.ibs\npadmodel-1031\n"},
+        // The design file options, one by one and together, alone and with
+        // --btn and --dphy: cut names (pairs, cuts equal to each other and to
+        // names that were not cut, a number that is taken), a component name
+        // on a part whose component line is renamed, selectors (a name the
+        // master has, codes no naming table names, D-PHY rows), every model.
+        {"long_names.pad", "kx3_drive_master.ibs", {"--truncate", "20"}, "long_names.ibs",
+         "long_names_truncate20.ibs.expected", longNames},
+        {"long_names.pad", "kx3_drive_master.ibs", {"--truncate", "40"}, "long_names.ibs",
+         "long_names_truncate40.ibs.expected", longNames},
+        {"long_names.pad", "kx3_drive_master.ibs", {"--model-selector"}, "long_names.ibs",
+         "long_names_selector.ibs.expected", longNames},
+        {"long_names.pad", "kx3_drive_master.ibs", {"--all-models"}, "long_names.ibs",
+         "long_names_all_models.ibs.expected", longNames},
+        {"board21.pad", "zu2_master.ibs", {"--component-name", "BOARD U7", "--btn", "2"}, "board21_krdh21.ibs",
+         "board21_named.ibs.expected", created + generating("board21_krdh21.ibs") + btnFiles("board21", {"1", "2"}),
+         {"board21_btn1.ibs", "board21_btn2.ibs"}},
+        {"one_led.pad", "kx3_master.ibs", {"--dphy", "--model-selector"}, "one_led.ibs",
+         "one_led_dphy_selector.ibs.expected", created + generating("one_led.ibs")},
+        {"long_names_demo.pad", "kva3_master.ibs",
+         {"--component-name", "BOARD_U7", "--truncate", "20", "--all-models", "--model-selector"},
+         "long_names_demo.ibs", "long_names_demo_options.ibs.expected", created + generating("long_names_demo.ibs"),
+         {}, {}, "", "examples/"},
+        {"vargon_demo.pad", "kvan_master.ibs",
+         {"--vargon", "--component-name", "U7", "--truncate", "20", "--all-models", "--model-selector"},
+         "vargon_demo.ibs", "", vargonWarnings + generating("vargon_demo.ibs") + advice, {}, {}, "", "examples/"},
     };
     for (Case const& c : cases) {
         SCOPED_TRACE(c.pad + " " + testing::PrintToString(c.options));
@@ -109,8 +153,8 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
             if (copy.find(".pkg") != std::string::npos)
                 lib.push_back(copy);
         for (std::string const& name : lib)
-            ts::writeFile(cwd + "/lib/" + name, ts::readFile(wt::dataPath(name)));
-        ts::writeFile(cwd + "/" + c.pad, ts::readFile(wt::dataPath(c.pad)));
+            ts::writeFile(cwd + "/lib/" + name, ts::readFile(ts::sourcePath(c.from + name)));
+        ts::writeFile(cwd + "/" + c.pad, ts::readFile(ts::sourcePath(c.from + c.pad)));
         ts::RunResult result = ts::runProgram(args, cwd);
         EXPECT_EQ(result.exitCode, 0) << result.err;
 
@@ -123,7 +167,7 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
         EXPECT_NE(result.err.find(filled(c.err, cwd, master)), std::string::npos) << result.err;
         for (std::string const& copy : c.copies)
             EXPECT_EQ(ts::readFile(cwd + "/IBIS/" + copy),
-                      ts::readFile(wt::dataPath(copy.find("_btn") != std::string::npos ? "k_btn.ibs" : copy)));
+                      ts::readFile(ts::sourcePath(c.from + (copy.find("_btn") != std::string::npos ? "k_btn.ibs" : copy))));
         for (std::string const& name : c.absent)
             EXPECT_FALSE(ts::fileExists(cwd + "/IBIS/" + name)) << name;
     }

@@ -9,6 +9,7 @@
 
 #include <csignal>
 
+#include "writer/design_file_options.h"
 #include "writer/writer_probe.h"
 
 namespace {
@@ -116,6 +117,37 @@ TEST(Sections, OutOfRangeEndsTheProcess)
     auto pins = [&probe]() noexcept { probe.writeIbisPinInfo(); };
     EXPECT_EXIT(pins(), testing::KilledBySignal(SIGABRT), outOfRange + "at");
     IBIS_MODEL::_mipi_dphy_ip_used = false;
+}
+
+// A component name of the host's own takes the first line that the
+// component reader would take, and only its name; a companion part's renamed
+// line gives way to it, later component lines stay as they are.
+TEST(Preamble, ComponentNameOfTheHost)
+{
+    struct { std::string master, part, design; } const cases[] = {
+        {"[Component]     KVANR3-40E\n", "", "[Component]     U7 x\n"},
+        {"  [Component]\tKVANR3-40E  | main die\n", "", "  [Component]\tU7 x  | main die\n"},
+        {"[Component]KVANR3\n", "", "[Component] U7 x\n"},
+        {"[Component] KVANR3\r\n", "", "[Component] U7 x\r\n"},
+        {"[Component]\r\n", "", "[Component] U7 x\r\n"},
+        {"[Component]\n[Component] B\n", "", "[Component] U7 x\n[Component] B\n"},
+        {"[Component]  \n", "", "[Component]  U7 x\n"},
+        {"| [Component] A\n[Manufacturer] C\n[component] B\n[Component] D\n", "",
+         "| [Component] A\n[Manufacturer] C\n[component] B\n[Component] U7 x\n"},
+        {"x [Component] A\n[Component] B\n", "", "x [Component] A\n[Component] U7 x\n"},
+        {"[Component] ZU2-40E\n| ZU2 component\n", "KRDH21", "[Component] U7 x\n| KRDH21\n"},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.master);
+        wt::DesignProbe probe;
+        probe._partName = c.part;
+        probe.openMaster("[IBIS Ver] 5.0\n" + c.master + "[Package]\n");
+        probe.openDesign();
+        ibsSetDesignFileOptions(IbsDesignFileOptions{"U7 x"});
+        probe.writeIbisCopyRights();
+        ibsSetDesignFileOptions(IbsDesignFileOptions());
+        EXPECT_EQ(probe.design(), "[IBIS Ver] 5.0\n" + c.design);
+    }
 }
 
 TEST(SideFiles, PackageModelFileIsNamedAfterMasterDeviceAndPackage)

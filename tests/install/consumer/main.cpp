@@ -1,5 +1,5 @@
 // A host tool's smallest use of the installed package: identify a family,
-// name a pad direction and read a model key back.
+// name a pad direction, read a model key back and set a design file option.
 
 #include <cstdio>
 #include <cstring>
@@ -7,6 +7,7 @@
 
 #include <driver/basibsgen.h>
 #include <host/msgmanager.h>
+#include <writer/design_file_options.h>
 
 int main()
 {
@@ -23,7 +24,12 @@ int main()
     std::string field;
     signal.getMode(IBIS_KEY_DIRECTION, 2, field);
 
-    if (family != "KVA3" || std::strcmp(direction, "IN") != 0 || field != "in") {
+    IbsDesignFileOptions options;
+    options.signalNameWidth = 20;
+    ibsSetDesignFileOptions(options);
+
+    if (family != "KVA3" || std::strcmp(direction, "IN") != 0 || field != "in" ||
+        ibsDesignFileOptions().signalNameWidth != 20) {
         std::printf("consumer: unexpected results %s %s %s\n", family.c_str(), direction, field.c_str());
         return 1;
     }

@@ -1,0 +1,52 @@
+#ifndef PAD2IBIS_WRITER_DESIGN_FILE_OPTIONS_H
+#define PAD2IBIS_WRITER_DESIGN_FILE_OPTIONS_H
+
+// What a host may ask of the design IBIS file beyond what the generator
+// writes by itself: a component name of its own, signal names cut to the
+// width older IBIS readers take, every model of the master, and a
+// [Model Selector] that lets a simulator switch a pin between the models that
+// differ from the design's only in slew and drive.
+//
+// The options are process-wide, like the generator's static flags: a host
+// sets them before writeIbisModels and they hold for every run after. The
+// defaults write the design file byte for byte as it is written without
+// this seam.
+
+#include <string>
+#include <vector>
+
+class IBIS_MODEL;
+
+struct IbsDesignFileOptions {
+    // The name on the design file's [Component] line in place of the
+    // master's; empty keeps the master's line. The host passes 1 to 40
+    // printable ASCII characters, with no blank at either end and no "|".
+    std::string componentName;
+    // [Pin] signal names longer than this are cut to it: 0 cuts nothing, 20
+    // suits readers before IBIS 4.2, 40 the later ones. A differential pair
+    // keeps its "+" and "-" within the width, and names that the cut makes
+    // equal end in "~1", "~2" ... instead.
+    int signalNameWidth = 0;
+    // Every model of the master's [Pin] list gets its [Model] block, not only
+    // the design's; the [Pin] rows stay the design's.
+    bool allModels = false;
+    // Each design model for which the master has models that differ from it
+    // only in the slew and drive positions of the model key gets a
+    // [Model Selector] "<model>_sel": the design's model first, the default,
+    // then those models, each described by its drive and slew in the
+    // naming tables' words. The design's [Pin] rows name the selector.
+    bool modelSelectors = false;
+};
+
+// Takes the options for the design files written from now on.
+void ibsSetDesignFileOptions(IbsDesignFileOptions const& options);
+IbsDesignFileOptions const& ibsDesignFileOptions();
+
+// The signal name of each signal's [Pin] row as the design file has it under
+// the current options, one entry per signal of the generator's _iobufs, in
+// their order: the name of its first row, so "name+" for a differential
+// pair, and "" for a signal that has no row. Call once the design's models
+// are resolved.
+std::vector<std::string> ibsPinSignalNames(IBIS_MODEL const& generator);
+
+#endif
