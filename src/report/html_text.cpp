@@ -5,22 +5,36 @@
 
 namespace reportpage {
 
+namespace {
+
+// The bytes that do not stand for themselves.
+bool special(unsigned char c)
+{
+    return c == '&' || c == '<' || c == '>' || c == '"' || c == '\'' || c == 0x7f ||
+           (c < 0x20 && c != '\t' && c != '\n');
+}
+
+} // namespace
+
 void appendEscaped(std::string& out, std::string_view text)
 {
-    for (char c : text) {
+    std::size_t plain = 0; // start of the run of bytes that go as they are
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        unsigned char const c = static_cast<unsigned char>(text[i]);
+        if (!special(c))
+            continue;
+        out.append(text.data() + plain, i - plain);
+        plain = i + 1;
         switch (c) {
         case '&': out += "&amp;"; break;
         case '<': out += "&lt;"; break;
         case '>': out += "&gt;"; break;
         case '"': out += "&quot;"; break;
         case '\'': out += "&#39;"; break;
-        default:
-            if ((static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n') || c == 0x7f)
-                out += "&#xFFFD;";
-            else
-                out += c;
+        default: out += "&#xFFFD;"; break;
         }
     }
+    out.append(text.data() + plain, text.size() - plain);
 }
 
 std::string escape(std::string_view text)

@@ -76,6 +76,8 @@ void appendTitle(std::string& out, Marker const& m)
         text += "model " + s.model + " for the key " + s.key;
     else
         text += "model " + s.model;
+    if (!s.nearest.empty())
+        text += "\nnearest model " + s.nearest + (s.differs.empty() ? "" : ": " + s.differs);
     if (!s.pairPin.empty())
         text += "\ndifferential pair " + s.pin + " and " + s.pairPin;
     out += "<title>";

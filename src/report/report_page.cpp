@@ -5,6 +5,7 @@
 // without network.
 
 #include <fstream>
+#include <unistd.h>
 #include <map>
 #include <set>
 
@@ -47,7 +48,7 @@ ul.legend li{display:flex;align-items:center;gap:5px}
 table{border-collapse:collapse;font-size:12px}
 th,td{border:1px solid #ddd;padding:2px 6px;text-align:left;vertical-align:top}
 thead th{background:#f2f2f2;position:sticky;top:0}
-.signals td{font-family:ui-monospace,monospace;overflow-wrap:anywhere}
+.signals td{font-family:ui-monospace,monospace}
 tr.o-missing td{background:#fbe3d6}tr.o-fallback td{background:#fcefd2}tr.o-substituted td{background:#f6e2ee}
 .model{margin:18px 0;padding-top:10px;border-top:1px solid #e4e4e4}
 .facts,.served{margin:2px 0;color:#444;font-size:13px}
@@ -70,6 +71,17 @@ void appendRow(std::string& out, char const* term, std::string const& value)
     out += "</dt><dd>";
     appendEscaped(out, value.empty() ? "-" : value);
     out += "</dd>";
+}
+
+// A path below the current directory relative to it, as the other inputs
+// were named on the command line; others as they are.
+std::string shownPath(std::string const& path)
+{
+    char buffer[4096];
+    if (getcwd(buffer, sizeof buffer) == nullptr)
+        return path;
+    std::string const here = std::string(buffer) + "/";
+    return path.compare(0, here.size(), here) == 0 ? path.substr(here.size()) : path;
 }
 
 // The count of each outcome, as one bar and as a legend.
@@ -160,7 +172,7 @@ std::string ResolutionReport::html() const
     out += "<section id=\"summary\">\n<h2>Summary</h2>\n<dl class=\"run\">";
     appendRow(out, "Pad report", _padFile);
     appendRow(out, "Master file", _masterFile);
-    appendRow(out, "Design file", _designFile);
+    appendRow(out, "Design file", shownPath(_designFile));
     appendRow(out, "Generator", _variant ? "table-driven" : "standard");
     appendRow(out, "Family", _family);
     appendRow(out, "Part", _part);
@@ -209,7 +221,14 @@ std::string ResolutionReport::html() const
                 appendEscaped(out, fields[i]);
                 out += "</a>";
             } else {
-                appendEscaped(out, fields[i]);
+                // Settings may break behind each ";", names nowhere.
+                std::string_view rest = fields[i];
+                for (std::size_t cut; (cut = rest.find(';')) != std::string_view::npos;
+                     rest.remove_prefix(cut + 1)) {
+                    appendEscaped(out, rest.substr(0, cut + 1));
+                    out += "<wbr>";
+                }
+                appendEscaped(out, rest);
             }
             out += "</td>";
         }

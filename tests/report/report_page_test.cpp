@@ -7,15 +7,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <map>
 #include <regex>
 #include <set>
 #include <sstream>
-#include <unistd.h>
 
 #include "ibis/model_reader.h"
 #include "report/model_charts.h"
@@ -27,44 +24,36 @@ namespace {
 using S = std::string;
 using Points = std::vector<std::pair<double, double>>;
 
+// What a shell command prints.
+S shell(S const& command)
+{
+    S out;
+    if (FILE* pipe = popen(command.c_str(), "r")) {
+        char buffer[65536];
+        for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+            out.append(buffer, n);
+        pclose(pipe);
+    }
+    return out;
+}
+
 // PAD2IBIS_BROWSER, or the first of Debian's Chromium commands on PATH.
 S findBrowser()
 {
-    if (char const* browser = std::getenv("PAD2IBIS_BROWSER"))
-        return browser;
-    char const* path = std::getenv("PATH");
-    std::string dirs = path != nullptr ? path : "/usr/bin:/bin";
-    for (char const* name : {"chromium-headless-shell", "chromium", "chromium-browser"}) {
-        std::string::size_type start = 0;
-        while (start <= dirs.size()) {
-            std::string::size_type end = dirs.find(':', start);
-            if (end == S::npos)
-                end = dirs.size();
-            S const candidate = dirs.substr(start, end - start) + "/" + name;
-            if (access(candidate.c_str(), X_OK) == 0)
-                return candidate;
-            start = end + 1;
-        }
-    }
-    return "";
+    char const* browser = std::getenv("PAD2IBIS_BROWSER");
+    S const found = browser != nullptr ? browser
+                                       : shell("command -v chromium-headless-shell || command -v chromium");
+    return found.substr(0, found.find('\n'));
 }
 
 // The document as headless Chromium renders it from the file.
 S renderedDom(S const& browser, S const& page)
 {
     ts::TempDir profile;
-    S const command = "timeout 120 '" + browser +
-                      "' --headless --no-sandbox --disable-gpu --disable-quic --no-first-run "
-                      "--disable-background-networking --disable-component-update --disable-sync "
-                      "--user-data-dir=" + profile.path() + " --dump-dom 'file://" + page + "' 2>/dev/null";
-    S dom;
-    if (FILE* pipe = popen(command.c_str(), "r")) {
-        char buffer[65536];
-        for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-            dom.append(buffer, n);
-        pclose(pipe);
-    }
-    return dom;
+    return shell("timeout 120 '" + browser +
+                 "' --headless --no-sandbox --disable-gpu --disable-quic --no-first-run "
+                 "--disable-background-networking --disable-component-update --disable-sync "
+                 "--user-data-dir=" + profile.path() + " --dump-dom 'file://" + page + "' 2>/dev/null");
 }
 
 // Runs pad2ibis with --report page.html on the files, in a new directory;
@@ -101,15 +90,12 @@ std::map<S, S> markers(S const& page)
 }
 
 // The lines of a model's chart, read back to values through the plot
-// area's bounds: "class table" of each polyline, in page order.
-std::vector<std::pair<S, Points>> chartLines(S const& page, S const& model, S const& kind)
+// area's bounds, by "class table" ("typ pulldown"); the first of a name.
+std::map<S, Points> chartLines(S const& page, S const& model, S const& kind)
 {
-    std::vector<std::pair<S, Points>> lines;
-    S::size_type const chart = page.find("data-model=\"" + model + "\" data-chart=\"" + kind + "\"");
-    if (chart == S::npos)
-        return lines;
-    S::size_type const plot = page.find("<svg class=\"plot\"", chart);
-    S const area = page.substr(plot, page.find("</svg>", plot) - plot);
+    std::map<S, Points> lines;
+    S::size_type const plot = page.find("<svg class=\"plot\"", page.find("data-model=\"" + model + "\" data-chart=\"" + kind));
+    S const area = plot == S::npos ? S() : page.substr(plot, page.find("</svg>", plot) - plot);
     std::smatch bounds;
     if (!std::regex_search(area, bounds, std::regex("data-x=\"(\\S+) (\\S+)\" data-y=\"(\\S+) (\\S+)\"")))
         return lines;
@@ -123,17 +109,9 @@ std::vector<std::pair<S, Points>> chartLines(S const& page, S const& model, S co
         char comma = 0;
         while (in >> px >> comma >> py)
             points.emplace_back(x0 + px / 1000 * (x1 - x0), y0 + (1000 - py) / 1000 * (y1 - y0));
-        lines.emplace_back(m[1].str() + " " + m[2].str(), points);
+        lines.emplace(m[1].str() + " " + m[2].str(), points);
     }
     return lines;
-}
-
-Points line(std::vector<std::pair<S, Points>> const& lines, S const& name)
-{
-    for (auto const& l : lines)
-        if (l.first == name)
-            return l.second;
-    return {};
 }
 
 // Points within a thousandth of the chart's span, as drawn.
@@ -165,27 +143,12 @@ std::vector<Points> masterTable(S const& master, S const& model, S const& table)
 S const kDemoCurves = "lvc330s080naaaaaaaou";
 
 // The demo's signal table as its expected CSV holds it: signal, pin and
-// outcome of each row.
-std::vector<std::vector<S>> demoSignals()
+// outcome of each row (none of their fields is quoted).
+std::vector<std::smatch> demoSignals()
 {
-    std::vector<std::vector<S>> rows;
-    std::istringstream in(ts::readFile(ts::sourcePath("tests/report/data/demo_report.csv")));
-    S line;
-    std::getline(in, line); // the header
-    while (std::getline(in, line) && line != "\r") {
-        std::vector<S> fields(1);
-        bool quoted = false;
-        for (char c : line) {
-            if (c == '"')
-                quoted = !quoted;
-            else if (c == ',' && !quoted)
-                fields.emplace_back();
-            else
-                fields.back() += c;
-        }
-        rows.push_back({fields[0], fields[1], fields[6]});
-    }
-    return rows;
+    static S const csv = ts::readFile(ts::sourcePath("tests/report/data/demo_report.csv"));
+    static S const table = csv.substr(0, csv.find("\r\n\r\n"));
+    return matches(table, std::regex("\n([^,]*),([^,]*),(?:[^,]*,){4}([^,]*),"));
 }
 
 void checkDemoPage(S const& page)
@@ -195,9 +158,9 @@ void checkDemoPage(S const& page)
     std::map<S, S> expected = {{"F5", "resolved"}, {"G4", "resolved"}, {"H3", "resolved"},
                                {"J3", "resolved"}, {"N4", "resolved"}, {"P3", "resolved"}};
     std::vector<S> order[3]; // missing, fallback, the others
-    for (std::vector<S> const& row : demoSignals()) {
-        expected[row[1]] = row[2];
-        order[row[2] == "missing" ? 0 : row[2] == "fallback" ? 1 : 2].push_back(row[0]);
+    for (std::smatch const& row : demoSignals()) {
+        expected[row[2]] = row[3];
+        order[row[3] == "missing" ? 0 : row[3] == "fallback" ? 1 : 2].push_back(row[1]);
     }
     ASSERT_EQ(expected.size(), 40u);
     EXPECT_EQ(markers(page), expected);
@@ -222,18 +185,18 @@ void checkDemoPage(S const& page)
 
     // The curves are the master's tables.
     S const master = ts::sourcePath("examples/kva3_master.ibs");
-    auto const ivLines = chartLines(page, kDemoCurves, "iv");
+    auto ivLines = chartLines(page, kDemoCurves, "iv");
     std::vector<Points> const pulldown = masterTable(master, kDemoCurves, "pulldown");
     std::vector<Points> const clamp = masterTable(master, kDemoCurves, "gnd clamp");
     EXPECT_EQ(ivLines.size(), 9u); // pulldown, pullup, GND clamp, three corners each
-    expectPoints(line(ivLines, "typ pulldown"), pulldown[0], 10, 0.6);
-    expectPoints(line(ivLines, "min pulldown"), pulldown[1], 10, 0.6);
-    expectPoints(line(ivLines, "max pulldown"), pulldown[2], 10, 0.6);
-    expectPoints(line(ivLines, "max gnd clamp"), clamp[2], 10, 0.6);
-    auto const vtLines = chartLines(page, kDemoCurves, "vt");
+    expectPoints(ivLines["typ pulldown"], pulldown[0], 10, 0.6);
+    expectPoints(ivLines["min pulldown"], pulldown[1], 10, 0.6);
+    expectPoints(ivLines["max pulldown"], pulldown[2], 10, 0.6);
+    expectPoints(ivLines["max gnd clamp"], clamp[2], 10, 0.6);
+    auto vtLines = chartLines(page, kDemoCurves, "vt");
     std::vector<Points> const rising = masterTable(master, kDemoCurves, "rising waveform");
     EXPECT_EQ(rising[0].size(), 41u);
-    expectPoints(line(vtLines, "typ rising waveform"), rising[0], 5e-9, 3.5);
+    expectPoints(vtLines["typ rising waveform"], rising[0], 5e-9, 3.5);
 
     // Missing and fallback signals head the table, in pad report order.
     std::vector<S> rows;
@@ -306,7 +269,7 @@ TEST(ReportPage, MarkupInTheInputsStaysText)
     // As written, quotes are references too: no attribute ends early.
     EXPECT_NE(page.find("<td>a&quot;b&#39;c&amp;d</td>"), S::npos);
     EXPECT_NE(page.find("<td>&lt;i&gt;</td>"), S::npos); // the bank
-    EXPECT_NE(page.find("PULL=&lt;img;src=x=;onerror=alert(2)&gt;="), S::npos);
+    EXPECT_NE(page.find("PULL=&lt;img;<wbr>src=x=;<wbr>onerror=alert(2)&gt;="), S::npos);
 }
 
 TEST(ReportPage, InHeadlessChromium)
@@ -377,24 +340,24 @@ TEST(ReportPage, CurvesOfEveryTableForm)
     S const page = ts::readFile(writePage(work, {{"curves.pad", pad}, {"curves.ibs", curvesMaster()}},
                                           {"curves.pad", "curves.ibs"}));
 
-    auto const iv = chartLines(page, "lvc330s080naaaaaaaou", "iv");
+    auto iv = chartLines(page, "lvc330s080naaaaaaaou", "iv");
     EXPECT_EQ(iv.size(), 6u); // pulldown and GND clamp, three corners each
-    expectPoints(line(iv, "typ pulldown"), {{-1, -0.05}, {0, 0}, {1.65, 0.04}, {3.3, 0.06}}, 8, 2.5);
-    expectPoints(line(iv, "min pulldown"), {{-1, -0.04}, {0, 0}, {3.3, 0.048}}, 8, 2.5);
-    expectPoints(line(iv, "max pulldown"), {{-1, -0.06}, {0, 0}, {1.65, 0.05}}, 8, 2.5);
-    expectPoints(line(iv, "max gnd clamp"), {{-3.3, -1.8}, {0, 0}}, 8, 2.5);
+    expectPoints(iv["typ pulldown"], {{-1, -0.05}, {0, 0}, {1.65, 0.04}, {3.3, 0.06}}, 8, 2.5);
+    expectPoints(iv["min pulldown"], {{-1, -0.04}, {0, 0}, {3.3, 0.048}}, 8, 2.5);
+    expectPoints(iv["max pulldown"], {{-1, -0.06}, {0, 0}, {1.65, 0.05}}, 8, 2.5);
+    expectPoints(iv["max gnd clamp"], {{-3.3, -1.8}, {0, 0}}, 8, 2.5);
 
     // 1000 rows: 200 points, the first and the last row among them.
-    auto const vt = chartLines(page, "lvc330s080naaaaaaaou", "vt");
-    Points const rising = line(vt, "typ rising waveform");
+    auto vt = chartLines(page, "lvc330s080naaaaaaaou", "vt");
+    Points const rising = vt["typ rising waveform"];
     ASSERT_EQ(rising.size(), reportpage::kMaxPoints);
     EXPECT_NEAR(rising.front().second, 0, 0.004);
     EXPECT_NEAR(rising.back().first, 9.99e-9, 1e-11);
     EXPECT_NEAR(rising.back().second, 3.3, 0.004);
     for (std::size_t i = 1; i < rising.size(); ++i)
         EXPECT_LT(rising[i - 1].first, rising[i].first);
-    EXPECT_EQ(line(vt, "min falling waveform").size(), 0u); // its column is "NA" only
-    expectPoints(line(vt, "max falling waveform"), {{0, 3.4}, {1e-9, 0.9}, {2e-9, 0.1}}, 1e-8, 4);
+    EXPECT_EQ(vt["min falling waveform"].size(), 0u); // its column is "NA" only
+    expectPoints(vt["max falling waveform"], {{0, 3.4}, {1e-9, 0.9}, {2e-9, 0.1}}, 1e-8, 4);
     EXPECT_NE(page.find("Rising, R_fixture 50, V_fixture 0</text>"), S::npos);
     EXPECT_NE(page.find("Time (ns)"), S::npos);
     EXPECT_NE(page.find("Current (A)"), S::npos);
@@ -441,14 +404,11 @@ TEST(ReportPage, BallGridNames)
 
 TEST(ReportPage, ThinningAndAxes)
 {
+    // Thinning spreads the points evenly (the curves above hold the ends).
     std::vector<std::size_t> const kept = reportpage::thinned(1000, 200);
-    ASSERT_EQ(kept.size(), 200u);
-    EXPECT_EQ(kept.front(), 0u);
-    EXPECT_EQ(kept.back(), 999u);
     for (std::size_t i = 1; i < kept.size(); ++i)
         EXPECT_NEAR(static_cast<double>(kept[i] - kept[i - 1]), 999.0 / 199, 1.0);
     EXPECT_EQ(reportpage::thinned(3, 200), (std::vector<std::size_t>{0, 1, 2}));
-    EXPECT_EQ(reportpage::thinned(201, 200).size(), 200u);
 
     struct Case {
         double low, high, axisLow, axisHigh, step;
