@@ -339,6 +339,8 @@ TEST(ReportPage, CurvesOfEveryTableForm)
                    "| wide | AZ3/6 | LVCMOS33_IN | PL39A | PULL:DOWN |"});
     S const page = ts::readFile(writePage(work, {{"curves.pad", pad}, {"curves.ibs", curvesMaster()}},
                                           {"curves.pad", "curves.ibs"}));
+    // The whole page, drawing and all, as the program writes it today.
+    EXPECT_EQ(page, ts::readFile(ts::sourcePath("tests/report/data/curves_page.html")));
 
     auto iv = chartLines(page, "lvc330s080naaaaaaaou", "iv");
     EXPECT_EQ(iv.size(), 6u); // pulldown and GND clamp, three corners each
