@@ -116,6 +116,15 @@ void appendAttribute(std::string& out, char const* name, long value)
     out += '"';
 }
 
+// Where the plot area lies in the chart.
+void appendPlotBox(std::string& out)
+{
+    appendAttribute(out, "x", kPlotX);
+    appendAttribute(out, "y", kPlotY);
+    appendAttribute(out, "width", kPlotW);
+    appendAttribute(out, "height", kPlotH);
+}
+
 // A label; its anchor comes from the group it stands in.
 void appendText(std::string& out, long x, long y, std::string const& html)
 {
@@ -188,10 +197,7 @@ std::string chart(std::string const& model, char const* kind, std::string const&
         appendInt(out, kPlotW + 4);
     }
     out += "\"/><rect class=\"frame\"";
-    appendAttribute(out, "x", kPlotX);
-    appendAttribute(out, "y", kPlotY);
-    appendAttribute(out, "width", kPlotW);
-    appendAttribute(out, "height", kPlotH);
+    appendPlotBox(out);
     out += "/><g class=\"axis x\">";
     for (long i = 0; i <= xTicks; ++i)
         appendText(out, xPixel(i), kPlotY + kPlotH + 16, tickLabel(x.low + i * x.step, x));
@@ -208,10 +214,7 @@ std::string chart(std::string const& model, char const* kind, std::string const&
 
     // The plot area: min and max first, typ on top.
     out += "<svg class=\"plot\"";
-    appendAttribute(out, "x", kPlotX);
-    appendAttribute(out, "y", kPlotY);
-    appendAttribute(out, "width", kPlotW);
-    appendAttribute(out, "height", kPlotH);
+    appendPlotBox(out);
     out += " viewBox=\"0 0 1000 1000\" preserveAspectRatio=\"none\" data-x=\"";
     out += shortNumber(x.low, 12) + " " + shortNumber(x.high, 12) + "\" data-y=\"";
     out += shortNumber(y.low, 12) + " " + shortNumber(y.high, 12) + "\">";
