@@ -23,9 +23,10 @@ build:
 # names cut to 20 characters, every model, model selectors).
 # Between the second and the third, a run in $(BUILD)/demo/nearest gives
 # each missing model the nearest model of the master (--substitute nearest).
-# The first run also writes its resolution report, and every IBIS and AMI
-# file the runs wrote, the shipped masters and the shipped channels file go
-# through pad2ibis check.
+# The first run also writes its resolution report, and a run in
+# $(BUILD)/demo/page writes the same report as a page (demo_report.html: pin
+# map, signals, model curves); every IBIS and AMI file the runs wrote, the
+# shipped masters and the shipped channels file go through pad2ibis check.
 DEMO_DIR = $(BUILD)/demo
 PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
 demo: build
@@ -58,6 +59,12 @@ demo: build
 	@echo "[Model] blocks: $$(grep -c '^\[Model\]' $(DEMO_DIR)/options/IBIS/long_names_demo.ibs)"
 	@echo "== resolution report of the first run: $(DEMO_DIR)/main/demo_report.csv"
 	@sed -n -e '1p' -e '/,missing,/p' -e '/^outcome,/,$$p' $(DEMO_DIR)/main/demo_report.csv | tr -d '\r'
+	@echo "== the report as a page: pad2ibis --report demo_report.html demo.pad kva3_master.ibs"
+	mkdir -p $(DEMO_DIR)/page && cp examples/demo.pad examples/kva3_master.ibs $(DEMO_DIR)/page/
+	cd $(DEMO_DIR)/page && $(PAD2IBIS) --report demo_report.html demo.pad kva3_master.ibs > run.log
+	@echo "$(DEMO_DIR)/page/demo_report.html: $$(wc -c < $(DEMO_DIR)/page/demo_report.html) bytes," \
+	  "$$(grep -o 'data-pin=' $(DEMO_DIR)/page/demo_report.html | wc -l) pin markers," \
+	  "$$(grep -o '<svg class="chart"' $(DEMO_DIR)/page/demo_report.html | wc -l) charts; open it in a browser"
 	@echo "== pad2ibis check on the design IBIS files written above"
 	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/demo.ibs btn/IBIS/demo_zu2.ibs \
 	  nearest/IBIS/demo.ibs vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs options/IBIS/long_names_demo.ibs

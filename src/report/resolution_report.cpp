@@ -37,6 +37,11 @@ void ResolutionReport::beforeWalk(IBIS_MODEL const& generator)
         signal.portType = text(iobuf->type);
         for (IB_IOBUF_CONFIG const* config : iobuf->configs)
             signal.settings += (signal.settings.empty() ? "" : ";") + config->key + "=" + config->value;
+        // The pad report's pin number table tells a differential signal's
+        // negative leg by the signal's name and "-", as the [Pin] rows do.
+        auto negative = generator._diffPinMap.find(signal.name + "-");
+        if (negative != generator._diffPinMap.end())
+            signal.pairPin = negative->second;
         _signals.push_back(signal);
     }
     ibsSetReportObserver(&ResolutionReport::observe, this);
@@ -118,6 +123,7 @@ void ResolutionReport::noteNearest(IBIS_MODEL const& generator, SignalOutcome& s
 
 void ResolutionReport::afterWrite(IBIS_MODEL const& generator)
 {
+    _designFile = generator._designIbisFile;
     _options = ibsDesignFileOptions();
     std::vector<std::string> const names = ibsPinSignalNames(generator);
     for (std::size_t i = 0; i < _signals.size() && i < names.size(); ++i)

@@ -3,8 +3,10 @@
 
 // The resolution report of a pad report run: which model each signal got and
 // why. It is built from what the generator did, its signal records after the
-// walk and the reports the walk posted, and written after the run as CSV or,
-// for a file name ending in ".json", as one JSON document.
+// walk and the reports the walk posted, and written after the run as CSV,
+// for a file name ending in ".json" as one JSON document, and for one ending
+// in ".html" as a page with the package's pin map and the curves of the
+// design's models.
 
 #include <string>
 #include <utility>
@@ -25,6 +27,7 @@ struct SignalOutcome {
     // For a key that the master lacks: its nearest model and the settings in
     // which that differs, when the signal is missing or got that model.
     std::string nearest, differs;
+    std::string pairPin; // the pin of a differential signal's negative leg
 };
 
 class ResolutionReport {
@@ -46,9 +49,17 @@ public:
     int count(std::string const& outcome) const;
     std::string csv() const;
     std::string json() const;
-    // Writes csv() or json(), by the name's extension. False when the file
-    // could not be written.
+    // The page: summary, pin map, signal table and, read back from the
+    // design file the run wrote, the curves of each design model.
+    std::string html() const;
+    // Writes csv(), json() or html(), by the name's extension. False when
+    // the file could not be written.
     bool write(std::string const& path) const;
+
+    // The signal table of the CSV and the page: its column names, and one
+    // signal's fields in that order.
+    static std::vector<std::string> const& signalColumns();
+    static std::vector<std::string> signalFields(SignalOutcome const& signal);
 
 private:
     // A report of the walk naming a signal: its id and its arguments.
@@ -65,6 +76,7 @@ private:
     std::vector<SignalOutcome> _signals;
     std::vector<std::pair<std::string, int>> _models;
     std::string _padFile, _masterFile, _family, _part, _package, _component;
+    std::string _designFile;
     bool _variant = false;
     IbsDesignFileOptions _options;
 };
