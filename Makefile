@@ -21,8 +21,12 @@ build:
 # fourth writes the SerDes IBIS-AMI set into $(BUILD)/demo/ami/ibis_ami/,
 # and a fifth asks for the design file options (a component name, signal
 # names cut to 20 characters, every model, model selectors).
-# The first run also writes its resolution report, and every IBIS file the
-# runs wrote, and the shipped masters, go through pad2ibis check.
+# Between the second and the third, a run in $(BUILD)/demo/nearest gives
+# each missing model the nearest model of the master (--substitute nearest).
+# The first run also writes its resolution report, and a run in
+# $(BUILD)/demo/page writes the same report as a page (demo_report.html: pin
+# map, signals, model curves); every IBIS and AMI file the runs wrote, the
+# shipped masters and the shipped channels file go through pad2ibis check.
 DEMO_DIR = $(BUILD)/demo
 PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
 demo: build
@@ -32,6 +36,11 @@ demo: build
 	@echo "== companion-chip copies: pad2ibis --btn 2 demo.pad kva3_master.ibs"
 	cd $(DEMO_DIR)/btn && $(PAD2IBIS) --btn 2 demo.pad $(CURDIR)/examples/kva3_master.ibs > run.log
 	@sed -n '/^Generating/,$$p' $(DEMO_DIR)/btn/run.log
+	@echo "== nearest models: pad2ibis --substitute nearest --report nearest_report.csv demo.pad kva3_master.ibs"
+	mkdir -p $(DEMO_DIR)/nearest && cp examples/demo.pad $(DEMO_DIR)/nearest/
+	cd $(DEMO_DIR)/nearest && $(PAD2IBIS) --substitute nearest --report nearest_report.csv demo.pad \
+	  $(CURDIR)/examples/kva3_master.ibs > run.log
+	@grep WARNING $(DEMO_DIR)/nearest/run.log
 	@echo "== table-driven family: pad2ibis --vargon vargon_demo.pad kvan_master.ibs"
 	mkdir -p $(DEMO_DIR)/vargon && cp examples/vargon_demo.pad $(DEMO_DIR)/vargon/
 	cd $(DEMO_DIR)/vargon && $(PAD2IBIS) --vargon vargon_demo.pad $(CURDIR)/examples/kvan_master.ibs > run.log
@@ -49,16 +58,26 @@ demo: build
 	  $(DEMO_DIR)/options/IBIS/long_names_demo.ibs
 	@echo "[Model] blocks: $$(grep -c '^\[Model\]' $(DEMO_DIR)/options/IBIS/long_names_demo.ibs)"
 	@echo "== resolution report of the first run: $(DEMO_DIR)/main/demo_report.csv"
-	@sed -n '/^outcome,/,$$p' $(DEMO_DIR)/main/demo_report.csv | tr -d '\r'
+	@sed -n -e '1p' -e '/,missing,/p' -e '/^outcome,/,$$p' $(DEMO_DIR)/main/demo_report.csv | tr -d '\r'
+	@echo "== the report as a page: pad2ibis --report demo_report.html demo.pad kva3_master.ibs"
+	mkdir -p $(DEMO_DIR)/page && cp examples/demo.pad examples/kva3_master.ibs $(DEMO_DIR)/page/
+	cd $(DEMO_DIR)/page && $(PAD2IBIS) --report demo_report.html demo.pad kva3_master.ibs > run.log
+	@echo "$(DEMO_DIR)/page/demo_report.html: $$(wc -c < $(DEMO_DIR)/page/demo_report.html) bytes," \
+	  "$$(grep -o 'data-pin=' $(DEMO_DIR)/page/demo_report.html | wc -l) pin markers," \
+	  "$$(grep -o '<svg class="chart"' $(DEMO_DIR)/page/demo_report.html | wc -l) charts; open it in a browser"
 	@echo "== pad2ibis check on the design IBIS files written above"
 	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/demo.ibs btn/IBIS/demo_zu2.ibs \
-	  vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs options/IBIS/long_names_demo.ibs
+	  nearest/IBIS/demo.ibs vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs options/IBIS/long_names_demo.ibs
 	@echo "== the companion-chip copies are byte copies of k_btn.ibs and keep its [File Name]"
 	cd $(DEMO_DIR) && { $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs || \
 	  echo "(expected: a companion copy is written byte for byte, so its [File Name] stays k_btn.ibs)"; }
-	@echo "== pad2ibis check --master on the shipped masters (see README: Checking IBIS files)"
+	@echo "== pad2ibis check --master on the shipped masters (see README: Checking IBIS and AMI files)"
 	$(PAD2IBIS) check --master --family KVA3 examples/kva3_master.ibs
-	$(PAD2IBIS) check --master examples/kvan_master.ibs
+	$(PAD2IBIS) check --master --family KVAN examples/kvan_master.ibs
+	@echo "== pad2ibis check on the SerDes parameter files written above, and the shipped channels file"
+	cd $(DEMO_DIR) && $(PAD2IBIS) check ami/ibis_ami/*.ami
+	$(PAD2IBIS) check --channels examples/serdes/channels.txt \
+	  examples/serdes/kva4RX_parameters.ami examples/serdes/kva4TX_parameters.ami
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/channels.h"
+#include "channels/channels_file.h"
 
 ChannelsFileGen::ChannelsFileGen(std::string channelsFile) : _channelsFile(std::move(channelsFile))
 {

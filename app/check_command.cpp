@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -22,12 +23,74 @@ std::string baseName(std::string const& path)
     return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
+// An AMI parameter file is known by its ending, in any letter case.
+bool isAmiFile(std::string const& path)
+{
+    std::string const base = baseName(path);
+    if (base.size() < 4)
+        return false;
+    std::string ending = base.substr(base.size() - 4);
+    for (char& c : ending)
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    return ending == ".ami";
+}
+
+// The whole file; false, after saying so, when it cannot be read.
+bool readWhole(std::string const& path, std::string& text)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream whole;
+    if (in)
+        whole << in.rdbuf();
+    if (!in || in.bad()) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
+        return false;
+    }
+    text = whole.str();
+    return true;
+}
+
+// An IBIS file, read line by line; false, after saying so, when it cannot
+// be read.
+bool checkIbisFile(std::string const& path, bool master, std::string const& family,
+                   std::vector<ibischeck::Finding>& findings)
+{
+    bool read = false;
+    if (master) {
+        read = ibischeck::checkMasterPath(path, family, findings);
+    } else {
+        std::ifstream in(path, std::ios::binary);
+        if (in)
+            findings = ibischeck::checkDesignFile(in, baseName(path));
+        read = in.is_open() && !in.bad();
+    }
+    if (!read) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
+    }
+    return read;
+}
+
+struct Counts {
+    int files = 0, errors = 0, warnings = 0;
+
+    void print(std::string const& path, std::vector<ibischeck::Finding> const& findings)
+    {
+        ++files;
+        for (ibischeck::Finding const& finding : findings) {
+            std::puts(ibischeck::formatFinding(path, finding).c_str());
+            (finding.severity == ibischeck::Severity::Error ? errors : warnings) += 1;
+        }
+    }
+};
+
 } // namespace
 
 int runCheckCommand(int argc, char const* const* argv)
 {
     bool master = false;
-    std::string family;
+    std::string family, channels;
     // Options stand ahead of the files; "--" or the first other word ends
     // them, and everything behind is a file.
     int i = 0;
@@ -41,45 +104,56 @@ int runCheckCommand(int argc, char const* const* argv)
             break;
         if (arg == "--master") {
             master = true;
-        } else if (arg == "--family") {
+        } else if (arg == "--family" || arg == "--channels") {
             if (i + 1 >= argc)
-                return usageError("--family needs a value");
-            family = argv[++i];
+                return usageError(arg + " needs a value");
+            (arg == "--family" ? family : channels) = argv[++i];
         } else {
             return usageError("unknown option " + arg);
         }
     }
     std::vector<std::string> const files(argv + i, argv + argc);
     if (files.empty())
-        return usageError("no file to check");
+        return usageError(channels.empty() ? "no file to check"
+                                           : "--channels needs the templates (.ami) to check against");
     if (!family.empty() && !master)
         return usageError("--family goes with --master");
+    if (!channels.empty() && master)
+        return usageError("--channels goes without --master");
 
-    int errors = 0, warnings = 0, checked = 0;
+    Counts counts;
     bool unreadable = false;
+    std::string channelsText;
+    if (!channels.empty() && !readWhole(channels, channelsText))
+        unreadable = true;
+    std::vector<ibischeck::AmiTemplate> templates;
+    std::vector<std::vector<ibischeck::Finding>> ownFindings;
     for (std::string const& path : files) {
         std::vector<ibischeck::Finding> findings;
-        bool read = false;
-        if (master) {
-            read = ibischeck::checkMasterPath(path, family, findings);
-        } else {
-            std::ifstream in(path, std::ios::binary);
-            if (in)
-                findings = ibischeck::checkDesignFile(in, baseName(path));
-            read = in.is_open() && !in.bad();
-        }
-        if (!read) {
-            std::fflush(stdout);
-            std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
+        if (isAmiFile(path) || !channels.empty()) {
+            std::string text;
+            if (!readWhole(path, text)) {
+                unreadable = true;
+                continue;
+            }
+            findings = ibischeck::checkAmiFile(text);
+            if (!channels.empty()) {
+                templates.push_back({path, text});
+                ownFindings.push_back(std::move(findings));
+                continue;
+            }
+        } else if (!checkIbisFile(path, master, family, findings)) {
             unreadable = true;
             continue;
         }
-        ++checked;
-        for (ibischeck::Finding const& finding : findings) {
-            std::puts(ibischeck::formatFinding(path, finding).c_str());
-            (finding.severity == ibischeck::Severity::Error ? errors : warnings) += 1;
-        }
+        counts.print(path, findings);
     }
-    std::puts(ibischeck::countLine(checked, errors, warnings).c_str());
-    return unreadable ? 2 : errors > 0 ? 1 : 0;
+    // The channels file first, when all its templates could be read, then
+    // the templates themselves.
+    if (!channels.empty() && !unreadable)
+        counts.print(channels, ibischeck::checkChannelsFile(channelsText, templates));
+    for (std::size_t t = 0; t < templates.size(); ++t)
+        counts.print(templates[t].name, ownFindings[t]);
+    std::puts(ibischeck::countLine(counts.files, counts.errors, counts.warnings).c_str());
+    return unreadable ? 2 : counts.errors > 0 ? 1 : 0;
 }

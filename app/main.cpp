@@ -11,6 +11,8 @@
 #include "driver/basibsgen.h"
 #include "driver/messages.h"
 #include "host/msgmanager.h"
+#include "nearest/nearest_model.h"
+#include "resolve/model_substitute.h"
 #include "variant/basib_vargon.h"
 #include "writer/design_file_options.h"
 
@@ -53,6 +55,8 @@ int runPadFlow(Options const& options)
         ibsFatal(IBS_MSG_1003);
     if (options.dumpAltModels && variant != nullptr)
         variant->printAltModelLists();
+    if (options.substituteNearest)
+        ibsSetSubstituteChooser(&ibsnearest::nearestSubstitute);
     ResolutionReport report;
     bool const reporting = !options.reportFile.empty();
     if (reporting)

@@ -10,7 +10,8 @@ char const* usageText()
     return "Usage: pad2ibis [OPTIONS] PAD_FILE MASTER_IBS\n"
            "       pad2ibis --ami --channels CHANNELS_FILE [--brinmark] [--msgflow] [--family WORD]\n"
            "                DESIGN_FILE SERDES_MASTER_IBS\n"
-           "       pad2ibis check [--master] [--family WORD] IBIS_FILE...\n"
+           "       pad2ibis check [--master] [--family WORD] FILE...\n"
+           "       pad2ibis check --channels CHANNELS_FILE TEMPLATE_AMI...\n"
            "\n"
            "Writes the design IBIS file of a placed and routed FPGA design: the component,\n"
            "package, pins and models of the design, taken from the family's master IBIS\n"
@@ -39,11 +40,16 @@ char const* usageText()
            "  --report FILE      also write a resolution report: one row per signal with\n"
            "                     its pin, bank, port type, IO settings, the model key\n"
            "                     built, the outcome (resolved, fallback, substituted,\n"
-           "                     missing, none), the model written and the signal's name\n"
-           "                     in the file; then the design's\n"
-           "                     models with the signals each serves, and the count of\n"
-           "                     each outcome. CSV, or JSON for a FILE ending in .json.\n"
-           "                     What the run prints and writes is the same without it\n"
+           "                     missing, none), the model written, the signal's name\n"
+           "                     in the file, and for a missing model the nearest one\n"
+           "                     the master has and the settings in which it differs;\n"
+           "                     then the design's models with the signals each serves,\n"
+           "                     and the count of each outcome. CSV, or JSON for a FILE\n"
+           "                     ending in .json, or for one ending in .html a page to\n"
+           "                     open in a browser: the outcomes on a map of the\n"
+           "                     package's balls, the signal table, and the I-V and V-T\n"
+           "                     curves of each model in the design file. What the run\n"
+           "                     prints and writes is the same without it\n"
            "  --component-name NAME\n"
            "                     the design file's [Component] line names NAME instead\n"
            "                     of the master's component: 1 to 40 printable ASCII\n"
@@ -62,6 +68,15 @@ char const* usageText()
            "                     <model>_sel that the design's pins name: the design's\n"
            "                     model first, then those, each with its drive and slew\n"
            "                     (lvc330s160naaaaaaaou  DRIVE=16mA SLEW=SLOW)\n"
+           "  --substitute nearest\n"
+           "                     give each signal whose model the master lacks the\n"
+           "                     nearest model it has: same IO standard and supply, a\n"
+           "                     direction the signal can use (an input also a\n"
+           "                     bidirectional model, an output or open-drain signal\n"
+           "                     too), the fewest other settings changed, then the\n"
+           "                     nearest drive (the stronger on a tie), the nearest\n"
+           "                     slew, the first name. Reported as a substitution;\n"
+           "                     with --vargon only where the family's own finds none\n"
            "  --ami              SerDes flow; needs --channels\n"
            "  --channels FILE    the SerDes channels: lines 'channel BLOCK CHANNEL RX TX'\n"
            "                     (RX, TX: ON or OFF), each followed by 'KEY VALUE' lines\n"
@@ -74,9 +89,14 @@ char const* usageText()
            "a count line. By default the files are design IBIS files; with --master they\n"
            "are master IBIS files, checked for what the generator's readers rely on, and\n"
            "--family WORD (a family such as KVA3, or a part type such as KVA3-40E-6BG256C)\n"
-           "also checks that the naming tables that family needs are all there. Exit\n"
-           "status 0 when no error was found, 1 when one was, 2 for a usage error or a\n"
-           "file that cannot be read.\n"
+           "also checks that the naming tables that family needs are all there. A file\n"
+           "ending in .ami is an AMI parameter file, checked by the rules of the AMI\n"
+           "parameter tree. With --channels, CHANNELS_FILE is checked against the\n"
+           "parameter templates: settings that no template line takes, values that are\n"
+           "written otherwise than they read, values outside their parameter's Type,\n"
+           "Range or List; the templates are checked as AMI files too. Exit status 0\n"
+           "when no error was found, 1 when one was, 2 for a usage error or a file that\n"
+           "cannot be read.\n"
            "\n"
            "Exit status: 0 when the files were written (missing models are reported and\n"
            "the file is still written), 1 for a file that cannot be opened, an unknown\n"
@@ -186,6 +206,15 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
             options.allModels = true;
         } else if (arg == "--model-selector") {
             options.modelSelector = true;
+        } else if (arg == "--substitute") {
+            std::string what;
+            if (!needValue("--substitute", what))
+                return false;
+            if (what != "nearest") {
+                error = "--substitute takes 'nearest', not '" + what + "'";
+                return false;
+            }
+            options.substituteNearest = true;
         } else if (arg == "--dump-alt-models") {
             options.dumpAltModels = true;
         } else if (arg == "--ami") {
@@ -215,7 +244,8 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
         }
         if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
             options.dumpAltModels || !options.reportFile.empty() || !options.componentName.empty() ||
-            options.truncate != 0 || options.allModels || options.modelSelector) {
+            options.truncate != 0 || options.allModels || options.modelSelector ||
+            options.substituteNearest) {
             error = "--ami takes only --channels, --brinmark, --msgflow and --family";
             return false;
         }

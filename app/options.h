@@ -23,6 +23,7 @@ struct Options {
     int truncate = 0;          // --truncate: width of the [Pin] signal names, 0 for no cut
     bool allModels = false;    // --all-models
     bool modelSelector = false; // --model-selector
+    bool substituteNearest = false; // --substitute nearest
     std::string firstPath;  // pad report, or the design file of the AMI flow
     std::string secondPath; // master IBIS file, or the SerDes master
 };

@@ -11,6 +11,7 @@
 #   RUNS=3                       timed runs of pad2ibis and of cat
 #   ALL_MODELS=1                 run with --all-models: every model of the
 #                                master gets its block in the design file
+#   REPORT=FILE                  run with --report FILE (report.html: the page)
 #
 # The inputs are made by gen_bench.py when missing (or made for another size
 # or number of design models).
@@ -28,6 +29,8 @@ runs=${RUNS:-3}
 all_models=${ALL_MODELS:-0}
 options=()
 [ "$all_models" = 1 ] && options=(--all-models)
+report=${REPORT:-}
+[ -n "$report" ] && options+=(--report "$report")
 
 die() { echo "run.sh: $*" >&2; exit 1; }
 
@@ -160,6 +163,8 @@ printf '  %-28s %s\n' "distinct models used" "$design_models"
 printf '  %-28s %s\n' "options" "${options[*]:-none}"
 printf '  %-28s %s (%s)\n' "design file" "$(du -h "$outdir/last_run/IBIS/$design_file" | cut -f1)" \
     "$written_models [Model] blocks"
+[ -z "$report" ] ||
+printf '  %-28s %s bytes\n' "report $report" "$(stat -c %s "$outdir/last_run/$report")"
 echo
 printf '  %-5s %10s %10s %10s %14s\n' "run" "wall s" "user s" "sys s" "peak RSS KB"
 for i in "${!walls[@]}"; do

@@ -1,6 +1,6 @@
 // Fuzz target: the channels file of the program's SerDes flow.
 
-#include "app/channels.h"
+#include "channels/channels_file.h"
 #include "fuzz/fuzz_support.h"
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)

@@ -9,8 +9,9 @@
 #   fuzz/run.sh [SECONDS]
 #
 # Environment: CXX (default clang++), JOBS (parallel runs, default 2),
-# FUZZ_TARGETS (default all: pad master ami channels design_check
-# master_check), FUZZ_FLAGS (extra libFuzzer flags).
+# FUZZ_TARGETS (default all: pad master ami channels ami_check
+# channels_check design_check master_check), FUZZ_FLAGS (extra libFuzzer
+# flags).
 set -eu
 seconds=${1:-60}
 here=$(cd "$(dirname "$0")" && pwd)
@@ -20,7 +21,7 @@ work=$here/corpus-work
 findings=$here/findings
 cxx=${CXX:-clang++}
 jobs=${JOBS:-2}
-targets=${FUZZ_TARGETS:-pad master ami channels design_check master_check}
+targets=${FUZZ_TARGETS:-pad master ami channels ami_check channels_check design_check master_check}
 
 command -v "$cxx" >/dev/null || { echo "fuzz/run.sh: $cxx not found" >&2; exit 2; }
 mkdir -p "$build/obj" "$work" "$findings"
@@ -29,7 +30,7 @@ mkdir -p "$build/obj" "$work" "$findings"
 # the fatal exit turned into an exception that the targets catch.
 cflags="-std=c++17 -g -O1 -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all \
  -DPAD2IBIS_FATAL_THROWS -I$root/src -I$root"
-sources=$(ls "$root"/src/*/*.cpp "$root/app/channels.cpp")
+sources=$(ls "$root"/src/*/*.cpp)
 # An object is rebuilt when its source or any header is newer than it.
 newest_header=$(ls -t "$root"/src/*/*.h "$root"/app/*.h | head -1)
 for src in $sources; do
@@ -70,6 +71,15 @@ done
 for f in "$root"/examples/serdes/channels*.txt; do
     [ -f "$f" ] && seed channels "$f" "ex-$(basename "$f")"
 done
+# The checks of the SerDes files: the shipped templates, and the shipped
+# channels file with its templates behind "%%" lines.
+mkdir -p "$work/ami_check" "$work/channels_check"
+for f in "$root"/examples/serdes/*.ami "$root"/tests/ami/data/*.ami; do
+    [ -f "$f" ] && seed ami_check "$f" "ex-$(basename "$(dirname "$f")")-$(basename "$f")"
+done
+{ cat "$root/examples/serdes/channels.txt"
+  for f in "$root"/examples/serdes/*.ami; do printf '%%%%\n'; cat "$f"; done
+} > "$work/channels_check/ex-channels-templates"
 # The checkers: design files the whole-run tests expect, and the masters
 # (behind a byte that picks the family word: 0x01 is KVA3).
 for f in "$root"/tests/writer/data/*.ibs.expected "$root"/examples/serdes/*.ibs; do
@@ -96,7 +106,7 @@ done
 wait
 
 status=0
-printf '%-13s %12s %10s %8s %8s %s\n' target executions exec/s cov ft findings
+printf '%-14s %12s %10s %8s %8s %s\n' target executions exec/s cov ft findings
 for t in $targets; do
     log=$build/$t.log
     execs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
@@ -104,7 +114,7 @@ for t in $targets; do
     cov=$(grep -o 'cov: [0-9]*' "$log" | tail -1 | sed 's/cov: //')
     ft=$(grep -o 'ft: [0-9]*' "$log" | tail -1 | sed 's/ft: //')
     found=$(ls "$findings/$t" | grep -c -E '^(crash|timeout|oom|leak|slow-unit)-' || true)
-    printf '%-13s %12s %10s %8s %8s %s\n' "$t" "${execs:-?}" "${rate:-?}" "${cov:-?}" "${ft:-?}" "$found"
+    printf '%-14s %12s %10s %8s %8s %s\n' "$t" "${execs:-?}" "${rate:-?}" "${cov:-?}" "${ft:-?}" "$found"
     if [ "$found" -gt 0 ] || ! grep -q '^stat::number_of_executed_units' "$log"; then
         status=1
         echo "  see $log and $findings/$t/" >&2

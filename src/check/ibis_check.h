@@ -35,6 +35,24 @@ std::vector<Finding> checkMasterFile(std::string const& text, std::string const&
 // read in two parts at once. False when the file cannot be read.
 bool checkMasterPath(std::string const& path, std::string const& family, std::vector<Finding>& findings);
 
+// Checks an AMI parameter file (.ami) by the rules of the AMI parameter
+// tree: what a simulator asks of it.
+std::vector<Finding> checkAmiFile(std::string const& text);
+
+// An AMI parameter template of the SerDes flow: its name as the user gave
+// it, and its text.
+struct AmiTemplate {
+    std::string name;
+    std::string text;
+};
+
+// Checks a SerDes channels file against the parameter templates that its
+// channels are written into: settings that no template line takes, values
+// that the generator writes otherwise than they read, values that land
+// outside their parameter's Type, Range or List. The findings' lines are
+// the channels file's.
+std::vector<Finding> checkChannelsFile(std::string const& text, std::vector<AmiTemplate> const& templates);
+
 // "FILE:LINE: error: TEXT" or "FILE:LINE: warning: TEXT".
 std::string formatFinding(std::string const& file, Finding const& finding);
 

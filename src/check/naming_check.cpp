@@ -8,6 +8,7 @@
 
 #include "check/check_text.h"
 #include "driver/basibsgen.h"
+#include "variant/basib_vargon.h"
 
 namespace ibischeck {
 
@@ -66,10 +67,11 @@ bool opensWithBar(std::string const& line)
 } // namespace
 
 // The generator's own completion test, asked with the key positions whose
-// tables have been read.
+// tables have been read: the table-driven generator's for that family
+// ("KVAN", or a part type that holds it), the standard one's for any other.
 class CompletionProbe : public IBIS_MODEL {
 public:
-    explicit CompletionProbe(std::string const& family)
+    explicit CompletionProbe(std::string const& family) : _tableDriven(family.find("KVAN") != std::string::npos)
     {
         // The word is read as the head of a part type ("KVA3" as
         // "KVA3-...") and reduced the way a pad report's part type is.
@@ -81,8 +83,11 @@ public:
         for (int position = 0; position < 21; ++position)
             _keyFieldPresent[position] =
                 read.count(position) != 0 || position == 7 || position == 18 || position == 19;
-        return IBIS_MODEL::hasDoneLoadingIoMaps();
+        return _tableDriven ? vargonNamingComplete(_keyFieldPresent) : IBIS_MODEL::hasDoneLoadingIoMaps();
     }
+
+private:
+    bool _tableDriven;
 };
 
 namespace {

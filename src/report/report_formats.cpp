@@ -55,13 +55,26 @@ bool endsWith(std::string const& value, std::string const& tail)
 }
 
 } // namespace
+
+std::vector<std::string> const& ResolutionReport::signalColumns()
+{
+    static std::vector<std::string> const columns = {
+        "signal",  "pin",   "bank",           "port_type", "io_settings", "model_key",
+        "outcome", "model", "signal_in_file", "nearest",   "differs"};
+    return columns;
+}
+
+std::vector<std::string> ResolutionReport::signalFields(SignalOutcome const& s)
+{
+    return {s.name,    s.pin,   s.bank,         s.portType, s.settings, s.key,
+            s.outcome, s.model, s.signalInFile, s.nearest,  s.differs};
+}
+
 std::string ResolutionReport::csv() const
 {
-    std::string out = csvRow({"signal", "pin", "bank", "port_type", "io_settings", "model_key",
-                              "outcome", "model", "signal_in_file"});
+    std::string out = csvRow(signalColumns());
     for (SignalOutcome const& s : _signals)
-        out += csvRow({s.name, s.pin, s.bank, s.portType, s.settings, s.key, s.outcome, s.model,
-                       s.signalInFile});
+        out += csvRow(signalFields(s));
     out += "\r\n" + csvRow({"model", "signals"});
     for (auto const& model : _models)
         out += csvRow({model.first, std::to_string(model.second)});
@@ -95,7 +108,9 @@ std::string ResolutionReport::json() const
                ", \"io_settings\": " + jsonString(s.settings) +
                ", \"model_key\": " + jsonString(s.key) + ", \"outcome\": " + jsonString(s.outcome) +
                ", \"model\": " + jsonString(s.model) +
-               ", \"signal_in_file\": " + jsonString(s.signalInFile) + "}";
+               ", \"signal_in_file\": " + jsonString(s.signalInFile) +
+               ", \"nearest\": " + jsonString(s.nearest) + ", \"differs\": " + jsonString(s.differs) +
+               "}";
     }
     out += _signals.empty() ? "],\n" : "\n  ],\n";
     out += "  \"models\": [";
@@ -113,8 +128,11 @@ std::string ResolutionReport::json() const
 
 bool ResolutionReport::write(std::string const& path) const
 {
+    std::string const text = endsWith(path, ".json")   ? json()
+                             : endsWith(path, ".html") ? html()
+                                                       : csv();
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file << (endsWith(path, ".json") ? json() : csv());
+    file << text;
     file.close();
     return static_cast<bool>(file);
 }

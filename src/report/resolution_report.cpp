@@ -1,6 +1,7 @@
 #include "report/resolution_report.h"
 
 #include "driver/basibsgen.h"
+#include "nearest/nearest_model.h"
 
 namespace {
 
@@ -36,6 +37,11 @@ void ResolutionReport::beforeWalk(IBIS_MODEL const& generator)
         signal.portType = text(iobuf->type);
         for (IB_IOBUF_CONFIG const* config : iobuf->configs)
             signal.settings += (signal.settings.empty() ? "" : ";") + config->key + "=" + config->value;
+        // The pad report's pin number table tells a differential signal's
+        // negative leg by the signal's name and "-", as the [Pin] rows do.
+        auto negative = generator._diffPinMap.find(signal.name + "-");
+        if (negative != generator._diffPinMap.end())
+            signal.pairPin = negative->second;
         _signals.push_back(signal);
     }
     ibsSetReportObserver(&ResolutionReport::observe, this);
@@ -98,11 +104,26 @@ void ResolutionReport::afterWalk(IBIS_MODEL const& generator)
         } else {
             signal.outcome = "none";
         }
+        if (signal.outcome == "missing" || signal.outcome == "substituted")
+            noteNearest(generator, signal);
     }
+}
+
+void ResolutionReport::noteNearest(IBIS_MODEL const& generator, SignalOutcome& signal)
+{
+    ibsnearest::Nearest const nearest =
+        ibsnearest::nearestModel(signal.key, generator._availableModels, generator._devIoMaps);
+    // A substitute of the family's own rules is not the nearest model's
+    // doing, unless it is that model.
+    if (nearest.model.empty() || (signal.outcome == "substituted" && nearest.model != signal.model))
+        return;
+    signal.nearest = nearest.model;
+    signal.differs = ibsnearest::describe(nearest.differences);
 }
 
 void ResolutionReport::afterWrite(IBIS_MODEL const& generator)
 {
+    _designFile = generator._designIbisFile;
     _options = ibsDesignFileOptions();
     std::vector<std::string> const names = ibsPinSignalNames(generator);
     for (std::size_t i = 0; i < _signals.size() && i < names.size(); ++i)

@@ -3,8 +3,10 @@
 
 // The resolution report of a pad report run: which model each signal got and
 // why. It is built from what the generator did, its signal records after the
-// walk and the reports the walk posted, and written after the run as CSV or,
-// for a file name ending in ".json", as one JSON document.
+// walk and the reports the walk posted, and written after the run as CSV,
+// for a file name ending in ".json" as one JSON document, and for one ending
+// in ".html" as a page with the package's pin map and the curves of the
+// design's models.
 
 #include <string>
 #include <utility>
@@ -22,6 +24,10 @@ struct SignalOutcome {
     std::string outcome; // resolved, fallback, substituted, missing or none
     std::string model;   // the model written for the signal; empty when none
     std::string signalInFile; // the name on its [Pin] row ("name+" for a pair); empty when none
+    // For a key that the master lacks: its nearest model and the settings in
+    // which that differs, when the signal is missing or got that model.
+    std::string nearest, differs;
+    std::string pairPin; // the pin of a differential signal's negative leg
 };
 
 class ResolutionReport {
@@ -43,9 +49,17 @@ public:
     int count(std::string const& outcome) const;
     std::string csv() const;
     std::string json() const;
-    // Writes csv() or json(), by the name's extension. False when the file
-    // could not be written.
+    // The page: summary, pin map, signal table and, read back from the
+    // design file the run wrote, the curves of each design model.
+    std::string html() const;
+    // Writes csv(), json() or html(), by the name's extension. False when
+    // the file could not be written.
     bool write(std::string const& path) const;
+
+    // The signal table of the CSV and the page: its column names, and one
+    // signal's fields in that order.
+    static std::vector<std::string> const& signalColumns();
+    static std::vector<std::string> signalFields(SignalOutcome const& signal);
 
 private:
     // A report of the walk naming a signal: its id and its arguments.
@@ -54,11 +68,15 @@ private:
         std::vector<std::string> args;
     };
     static void observe(IbsMessage message, std::initializer_list<char const*> args, void* self);
+    // The nearest model of the signal's key and its differences, where they
+    // belong in the report.
+    void noteNearest(IBIS_MODEL const& generator, SignalOutcome& signal);
 
     std::vector<Event> _events;
     std::vector<SignalOutcome> _signals;
     std::vector<std::pair<std::string, int>> _models;
     std::string _padFile, _masterFile, _family, _part, _package, _component;
+    std::string _designFile;
     bool _variant = false;
     IbsDesignFileOptions _options;
 };

@@ -86,6 +86,8 @@ void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf)
         ibsUseModel(generator, iobuf, key, key);
         return;
     }
+    if (ibsTakeChosenSubstitute(generator, iobuf, key))
+        return;
     ibsReport(IBS_MSG_1010, {key.c_str(), iobuf->name});
     ibsFlushAll();
     ++generator._missingModelCount;

@@ -38,6 +38,11 @@ void ibsUseModel(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& mode
 // Accepts the signal's key or reports it missing and empties it.
 void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf);
 
+// The host's chooser's model in place of key, which the master lacks:
+// reported as a substitute, used by the design. False, with nothing done,
+// when no chooser is installed or it offers no model of the master.
+bool ibsTakeChosenSubstitute(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& key);
+
 // An attribute and the key field its code goes to.
 struct IbsKeyField {
     char const* key;

@@ -60,6 +60,12 @@ struct VARGON_ltstr {
 // IO type and voltage, in table order.
 typedef std::map<std::string, std::vector<BASIB_ALT_MODEL_INFO*>*> BASIB_ALT_MODEL_MAP;
 
+// The table-driven family's rule for the end of the naming section: true
+// when keyFieldPresent, the flags of the 21 model key positions, says that
+// every table this family needs has been read. Its generator's
+// hasDoneLoadingIoMaps asks it after each table.
+bool vargonNamingComplete(bool const* keyFieldPresent);
+
 class IBIS_MODEL_VARGON : public IBIS_MODEL {
 public:
     IBIS_MODEL_VARGON(char const* family, char const* padFile, char const* masterIbisFile);

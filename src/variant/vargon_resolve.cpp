@@ -32,13 +32,18 @@ IBIS_MODEL_VARGON::~IBIS_MODEL_VARGON()
     }
 }
 
-bool IBIS_MODEL_VARGON::hasDoneLoadingIoMaps()
+bool vargonNamingComplete(bool const* keyFieldPresent)
 {
     // Every field but the direction's second character has its table.
     for (int position : {0, 3, 7, 6, 10, 11, 12, 13, 14, 15, 16, 17, 18})
-        if (!_keyFieldPresent[position])
+        if (!keyFieldPresent[position])
             return false;
     return true;
+}
+
+bool IBIS_MODEL_VARGON::hasDoneLoadingIoMaps()
+{
+    return vargonNamingComplete(_keyFieldPresent);
 }
 
 int IBIS_MODEL_VARGON::getVoltage(std::string& ioType)
@@ -179,7 +184,7 @@ void IBIS_MODEL_VARGON::setDesignModels()
             ++_missingModelCount;
             iobuf->model = ibs_new_model_string(substitute.c_str());
             ibsUseModel(*this, iobuf, substitute, key);
-        } else {
+        } else if (!ibsTakeChosenSubstitute(*this, iobuf, key)) {
             ibsReport(IBS_MSG_1010, {key.c_str(), iobuf->name});
             ibsFlushAll();
             ++_missingModelCount;

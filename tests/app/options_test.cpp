@@ -17,7 +17,7 @@ S describe(Options const& o)
     std::pair<bool, char const*> const flags[] = {{o.help, "help"}, {o.version, "version"}, {o.ami, "ami"},
         {o.vargon, "vargon"}, {o.ncd, "ncd"}, {o.brinmark, "brinmark"}, {o.dphy, "dphy"}, {o.msgflow, "msgflow"},
         {o.dumpAltModels, "dump-alt-models"}, {o.familyGiven, "family"}, {o.allModels, "all-models"},
-        {o.modelSelector, "model-selector"}};
+        {o.modelSelector, "model-selector"}, {o.substituteNearest, "nearest"}};
     S text;
     for (auto const& flag : flags)
         text += flag.first ? S(flag.second) + " " : "";
@@ -34,6 +34,7 @@ TEST(Options, AcceptedCommandLines)
          "ncd brinmark dphy msgflow family btn=3 family=HZU3 channels= d.pad m.ibs"},
         {{"--vargon", "--dump-alt-models", "d.pad", "m.ibs"},
          "vargon dump-alt-models btn=0 family= channels= d.pad m.ibs"},
+        {{"--substitute", "nearest", "--vargon", "d.pad", "m.ibs"}, "vargon nearest btn=0 family= channels= d.pad m.ibs"},
         {{"--ami", "--channels", "ch.txt", "--brinmark", "--msgflow", "--family", "KVA4", "top.udb", "lib/serdes.ibs"},
          "ami brinmark msgflow family btn=0 family=KVA4 channels=ch.txt top.udb lib/serdes.ibs"},
         {{"--help"}, "help btn=0 family= channels=  "}, // help and version need no paths
@@ -90,7 +91,10 @@ TEST(Options, UsageErrors)
         {{"--ami", "--channels", "c", "--model-selector", "d", "m.ibs"}, nullptr},
         {{"--ami", "--channels", "c", "--all-models", "d", "m.ibs"}, nullptr},
         {{"--ami", "--channels", "c", "--truncate", "20", "d", "m.ibs"}, nullptr},
-        {{"--ami", "--channels", "c", "--component-name", "U7", "d", "m.ibs"}, nullptr}};
+        {{"--ami", "--channels", "c", "--component-name", "U7", "d", "m.ibs"}, nullptr},
+        {{"--substitute", "Nearest", "d.pad", "m.ibs"}, "--substitute takes 'nearest', not 'Nearest'"},
+        {{"--substitute"}, "--substitute needs a value"},
+        {{"--ami", "--channels", "c", "--substitute", "nearest", "d", "m.ibs"}, nullptr}};
     for (auto const& c : cases) {
         Options options;
         S error;

@@ -23,7 +23,8 @@ TEST(Program, HelpVersionAndUsageErrors)
 
     for (auto const& args :
          std::vector<std::vector<S>>{{"--bogus", "d.pad", "m.ibs"}, {"d.pad"}, {"--btn", "x", "d.pad", "m.ibs"},
-                                     {"--component-name", " U7", "d.pad", "m.ibs"}, {"--truncate", "30", "d.pad", "m.ibs"}}) {
+                                     {"--component-name", " U7", "d.pad", "m.ibs"}, {"--truncate", "30", "d.pad", "m.ibs"},
+                                     {"--substitute", "closest", "d.pad", "m.ibs"}}) {
         r = ts::runProgram(args, dir.path());
         EXPECT_EQ(r.exitCode, 2) << args[0];
         EXPECT_EQ(r.out, "") << args[0];

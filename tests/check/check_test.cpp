@@ -3,33 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "check/ibis_check.h"
+#include "check/check_cases.h"
 #include "support/test_support.h"
 
 namespace {
 
-using S = std::string;
-using Lines = std::vector<S>;
-
-Lines formatted(std::vector<ibischeck::Finding> const& findings)
-{
-    Lines lines;
-    for (ibischeck::Finding const& finding : findings)
-        lines.push_back(ibischeck::formatFinding("f", finding));
-    return lines;
-}
-
-// text with each `from` replaced by its `to`.
-S edited(S text, std::vector<std::pair<S, S>> const& edits)
-{
-    for (auto const& [from, to] : edits) {
-        S::size_type at = text.find(from);
-        EXPECT_NE(at, S::npos) << from;
-        if (at != S::npos)
-            text.replace(at, from.size(), to);
-    }
-    return text;
-}
+using namespace checkcases;
 
 // The text with CR LF line ends.
 S crlf(S const& text)
@@ -235,6 +214,8 @@ TEST(Check, MasterFileRules)
 {
     S const model = "lvc330s080naaaaaaaou";
     S const incompleteKva3 = "the naming tables for KVA3 are incomplete ahead of this line: no ";
+    S const kvanTables = "IMPEDENCE\n  50  5\n|--\nTERMGND\n  OFF  a\n|--\nTERMVTT\n  OFF  a\n|--\n"
+                         "DIFFERENTIAL RESISTOR\n  OFF  a\n|--\n";
     struct Case {
         std::vector<std::pair<S, S>> edits;
         Lines expected;
@@ -269,12 +250,22 @@ TEST(Check, MasterFileRules)
           "generator reads on and fails to load the models"},
          "KVA4Y"},
         {{},
-         {"f:16: warning: naming table TERMINATION stands behind line 11, where the tables for KVAN are complete; "
+         {"f:16: warning: naming table TERMINATION stands behind line 11, where the tables for KVTN are complete; "
           "the generator never reads it",
-          "f:19: warning: naming table VCMT stands behind line 11, where the tables for KVAN are complete; the "
+          "f:19: warning: naming table VCMT stands behind line 11, where the tables for KVTN are complete; the "
           "generator never reads it",
-          "f:23: warning: naming table DIFFERENTIAL CURRENT stands behind line 11, where the tables for KVAN are "
+          "f:23: warning: naming table DIFFERENTIAL CURRENT stands behind line 11, where the tables for KVTN are "
           "complete; the generator never reads it"},
+         "KVTN"},
+        // The table-driven family reads a table for every field of the key.
+        {{},
+         {"f:26: error: the naming tables for KVAN are incomplete ahead of this line: no IMPEDANCE, TERMGND, "
+          "TERMVTT, DIFFERENTIAL RESISTOR; the generator reads on and fails to load the models"},
+         "KVAN"},
+        {{{"VCMT\n", kvanTables + "VCMT\n"}}, {}, "KVAN-25F-5FN484C"},
+        {{{"VCMT\n", kvanTables + "VCMT\n"}, {"[Component]", "MULTI DRIVE\n  X  x\n|--\n[Component]"}},
+         {"f:38: warning: naming table MULTI DRIVE stands behind line 35, where the tables for KVAN are complete; "
+          "the generator never reads it"},
          "KVAN"},
         {{}, {"f:26: error: the generator knows no family in \"XYZ\""}, "XYZ"},
         {{{"Tiny master.", S(241, 'x')}, {"Input", "Input" + S(234, ' ') + "|"}},
@@ -377,11 +368,7 @@ TEST(Check, CommandOutputAndExitCodes)
     ts::writeFile(dir.file("bad.ibs"), edited(design, {{"board", "bad"}, {"Model_type Input\n", ""}}));
     ts::writeFile(dir.file("crlf.ibs"), crlf(edited(design, {{"board", "crlf"}})));
     ts::writeFile(dir.file("m.ibs"), master);
-    struct Case {
-        std::vector<S> args;
-        int exitCode;
-        S out, err = "";
-    } const cases[] = {
+    std::vector<CommandCase> const cases = {
         {{"check", "board.ibs", "crlf.ibs"}, 0, "2 files checked: 0 errors, 0 warnings\n"},
         {{"check", "wide.ibs", "board.ibs"}, 0,
          "wide.ibs:15: warning: signal name of pin N1 has 41 characters; at most 40\n"
@@ -405,13 +392,7 @@ TEST(Check, CommandOutputAndExitCodes)
         {{"check", "--master", "--family"}, 2, "",
          "pad2ibis: check: --family needs a value\nTry 'pad2ibis --help' for more information.\n"},
     };
-    for (Case const& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.args));
-        ts::RunResult r = ts::runProgram(c.args, dir.path());
-        EXPECT_EQ(r.exitCode, c.exitCode);
-        EXPECT_EQ(r.out, c.out);
-        EXPECT_EQ(r.err, c.err);
-    }
+    expectRuns(cases, dir.path());
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // The resolution report of --report: its rows for designs with resolved,
-// fallen-back, missing, substituted and keyless signals, as CSV and JSON,
-// with the [Pin] names the design file options made; and a run prints and
-// writes the same bytes with and without it.
+// fallen-back, missing, substituted and keyless signals, as CSV, JSON and
+// the page, with the [Pin] names the design file options made; and a run
+// prints and writes the same bytes with and without it.
 
 #include <gtest/gtest.h>
 
@@ -30,22 +30,30 @@ std::vector<std::pair<S, S>> designFiles(S const& dir)
 TEST(Report, RowsAndByteIdentityOnTheExamples)
 {
     struct Case {
-        S pad, master;
+        S dir, pad, master;
         std::vector<S> options;
         S report, expected; // expected "": the run's output alone is compared
     } const cases[] = {
-        {"demo.pad", "kva3_master.ibs", {}, "report.csv", "demo_report.csv"},
-        {"demo.pad", "kva3_master.ibs", {"--msgflow", "--btn", "1"}, "report.json", "demo_report.json"},
-        {"vargon_demo.pad", "kvan_master.ibs", {"--vargon"}, "report.json", "vargon_demo_report.json"},
-        {"vargon_demo.pad", "kvan_master.ibs", {"--vargon", "--msgflow"}, "r.csv", "vargon_demo_report.csv"},
-        {"long_names_demo.pad", "kva3_master.ibs", {"--component-name", "BOARD_U7", "--truncate", "20", "--model-selector"},
-         "report.json", "long_names_demo_report.json"},
+        {"examples", "demo.pad", "kva3_master.ibs", {}, "report.csv", "demo_report.csv"},
+        {"examples", "demo.pad", "kva3_master.ibs", {"--msgflow", "--btn", "1"}, "report.json", "demo_report.json"},
+        {"examples", "demo.pad", "kva3_master.ibs", {"--btn", "2"}, "report.html", ""},
+        {"examples", "vargon_demo.pad", "kvan_master.ibs", {"--vargon"}, "report.json", "vargon_demo_report.json"},
+        {"examples", "vargon_demo.pad", "kvan_master.ibs", {"--vargon", "--msgflow"}, "r.csv", "vargon_demo_report.csv"},
+        {"examples", "vargon_demo.pad", "kvan_master.ibs", {"--vargon"}, "r.html", ""},
+        {"examples", "long_names_demo.pad", "kva3_master.ibs",
+         {"--component-name", "BOARD_U7", "--truncate", "20", "--model-selector"}, "report.json",
+         "long_names_demo_report.json"},
+        // The design's D-PHY rows add their models to the design's.
+        {"tests/writer/data", "one_led.pad", "kx3_master.ibs", {"--dphy"}, "r.csv", "one_led_dphy_report.csv"},
+        {"tests/writer/data", "one_led.pad", "kx3_master.ibs", {"--dphy"}, "r.json", "one_led_dphy_report.json"},
+        {"tests/writer/data", "one_led.pad", "kx3_master.ibs", {"--dphy"}, "r.html", "one_led_dphy_report.html"},
     };
     for (Case const& c : cases) {
-        SCOPED_TRACE(c.pad + " " + testing::PrintToString(c.options));
+        SCOPED_TRACE(c.pad + " " + c.report + " " + testing::PrintToString(c.options));
         ts::TempDir work;
         for (S const& name : {c.pad, c.master, S("kva3_master_6bg256c_bg.pkg"), S("k_btn.ibs")})
-            ts::writeFile(work.file(name), ts::readFile(ts::sourcePath("examples/" + name)));
+            if (ts::fileExists(ts::sourcePath(c.dir + "/" + name)))
+                ts::writeFile(work.file(name), ts::readFile(ts::sourcePath(c.dir + "/" + name)));
         std::vector<S> args = c.options;
         args.insert(args.end(), {c.pad, c.master});
         ts::RunResult const plain = ts::runProgram(args, work.path());
@@ -59,7 +67,11 @@ TEST(Report, RowsAndByteIdentityOnTheExamples)
         EXPECT_EQ(reported.err, plain.err);
         EXPECT_EQ(designFiles(work.path()), plainFiles);
         EXPECT_FALSE(plainFiles.empty());
-        EXPECT_EQ(ts::readFile(work.file(c.report)), ts::readFile(ts::sourcePath("tests/report/data/" + c.expected)));
+        S const report = ts::readFile(work.file(c.report));
+        EXPECT_GT(report.size(), 200u);
+        if (!c.expected.empty()) {
+            EXPECT_EQ(report, ts::readFile(ts::sourcePath("tests/report/data/" + c.expected)));
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "driver/basibsgen.h"
 #include "host/msgmanager.h"
+#include "resolve/model_substitute.h"
 #include "support/generator_probe.h"
 
 namespace {
@@ -159,6 +160,42 @@ TEST_F(Walk, AcceptanceBookkeeping)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "padmodel-1028\t" + inKey + "\trx\npadmodel-1029\t" + ioKey +
                                                           "\npadmodel-1010\t" + ouKey + "\ttx\npadmodel-1027\t7\npadmodel-1017\n");
     EXPECT_EQ(out, "");
+}
+
+// A host's chooser that offers the name in its context and notes each signal and key asked about.
+std::vector<std::string> asked;
+std::string choose(IBIS_MODEL const&, IB_IOBUF const& signal, std::string const& key, void* answer)
+{
+    asked.push_back(std::string(signal.name) + " " + key);
+    return *static_cast<std::string*>(answer);
+}
+
+TEST_F(Walk, HostSubstituteForAMissingKey)
+{
+    std::string answer = "lvc330s080naaaaaaaio";
+    model._family = "KVA3";
+    model._availableModels = {answer, ioKey};
+    model._modelPinMap = {{answer, "K2"}};
+    ibsSetSubstituteChooser(&choose, &answer);
+    UT_MSGMAN::m_msgFlow = 1;
+    // Asked only where a key stays missing, an input with its input key.
+    std::vector<IB_IOBUF*> s = {sig("a", "BIDI", ""), sig("c", "IN", ""), sig("d", "OUT", ""), sig("e", "IN", "IMP:50")};
+    testing::internal::CaptureStderr();
+    run(s);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "padmodel-1028\t" + inKey + "\tc\npadmodel-1029\t" + ioKey + "\npadmodel-1011\t" + ouKey + "\td\t" + answer +
+                  "\npadmodel-1011\tlvc330axxxa5aaaaaain\te\t" + answer + "\npadmodel-1017\n");
+    EXPECT_EQ(asked, (std::vector<std::string>{"d " + ouKey, "e lvc330axxxa5aaaaaain"}));
+    EXPECT_EQ(model._missingModelCount, 0);
+    EXPECT_EQ(model._designModels, (std::set<std::string>{ioKey, answer}));
+    EXPECT_STREQ(s[2]->model, answer.c_str());
+    ASSERT_NE(s[2]->masterPin, nullptr);
+    EXPECT_STREQ(s[2]->masterPin, "K2") << "the substitute's own master pin";
+    // A name the master lacks is no answer.
+    answer += "x";
+    run({s[2]});
+    EXPECT_EQ(model._missingModelCount, 1);
+    EXPECT_STREQ(s[2]->model, "");
 }
 
 } // namespace

@@ -18,6 +18,7 @@
 #include "driver/basibsgen.h"
 #include "host/msgmanager.h"
 #include "writer/design_file_options.h"
+#include "resolve/model_substitute.h"
 
 namespace ts {
 
@@ -171,6 +172,7 @@ void resetGeneratorStatics()
     IBIS_MODEL::_is_AMI_model = false;
     IBIS_MODEL::_mipi_dphy_ip_used = false;
     ibsSetDesignFileOptions(IbsDesignFileOptions());
+    ibsSetSubstituteChooser(nullptr);
 }
 
 } // namespace ts

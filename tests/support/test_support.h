@@ -64,7 +64,8 @@ std::string captureStdout(std::function<void()> const& body);
 // test's matcher, which reads standard error.
 void stdoutToStderr();
 
-// Puts the process-wide flags of the generator and the host back to zero.
+// Puts the process-wide flags of the generator and the host back to zero,
+// and removes a substitute chooser.
 void resetGeneratorStatics();
 
 } // namespace ts

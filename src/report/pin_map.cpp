@@ -1,0 +1,332 @@
+#include "report/pin_map.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+
+#include "report/html_text.h"
+#include "report/resolution_report.h"
+
+namespace reportpage {
+
+namespace {
+
+// The row letters of a ball grid: the alphabet without the letters that
+// look like digits or like each other (I, O, Q, S, X, Z).
+constexpr std::string_view kRowLetters = "ABCDEFGHJKLMNPRTUVWY";
+
+// Geometry of the map, in pixels.
+constexpr int kPitch = 22;
+constexpr int kLeft = 30;       // room for the row letters
+constexpr int kTop = 20;        // room for the column numbers
+constexpr int kOtherGap = 30;   // between the grid and the row of other pins
+constexpr int kOtherPerLine = 24;
+
+// Colour-blind-safe colours (Okabe and Ito) for the banks, in turn.
+char const* const kBankColours[] = {"#E69F00", "#56B4E9", "#009E73", "#F0E442",
+                                    "#0072B2", "#D55E00", "#CC79A7", "#000000"};
+
+int rowIndex(char letter)
+{
+    std::string_view::size_type const at = kRowLetters.find(letter);
+    return at == std::string_view::npos ? -1 : static_cast<int>(at);
+}
+
+// One pin of the design on the map.
+struct Marker {
+    std::string pin;
+    SignalOutcome const* signal;
+    bool negativeLeg;
+    int x = 0, y = 0; // centre
+};
+
+// Banks in the order of their legend: numbers by value, then other names.
+std::vector<std::string> bankOrder(std::vector<SignalOutcome> const& signals)
+{
+    std::vector<std::string> banks;
+    for (SignalOutcome const& s : signals)
+        if (std::find(banks.begin(), banks.end(), s.bank) == banks.end())
+            banks.push_back(s.bank);
+    auto number = [](std::string const& bank, long& value) {
+        if (bank.empty() || bank.size() > 9 || bank.find_first_not_of("0123456789") != std::string::npos)
+            return false;
+        value = std::strtol(bank.c_str(), nullptr, 10);
+        return true;
+    };
+    std::stable_sort(banks.begin(), banks.end(), [&](std::string const& a, std::string const& b) {
+        long va = 0, vb = 0;
+        bool const na = number(a, va), nb = number(b, vb);
+        if (na != nb)
+            return na;
+        return na ? va < vb : a < b;
+    });
+    return banks;
+}
+
+void appendTitle(std::string& out, Marker const& m)
+{
+    SignalOutcome const& s = *m.signal;
+    std::string text = m.pin + ": " + s.name + (m.negativeLeg ? "-" : "") + " (" + s.outcome + ")\n";
+    text += "bank " + (s.bank.empty() ? std::string("none") : s.bank) + ", " + s.portType + "\n";
+    if (!s.settings.empty())
+        text += s.settings + "\n";
+    if (s.model.empty())
+        text += s.key.empty() ? "no model" : "no model for the key " + s.key;
+    else if (s.key != s.model)
+        text += "model " + s.model + " for the key " + s.key;
+    else
+        text += "model " + s.model;
+    if (!s.nearest.empty())
+        text += "\nnearest model " + s.nearest + (s.differs.empty() ? "" : ": " + s.differs);
+    if (!s.pairPin.empty())
+        text += "\ndifferential pair " + s.pin + " and " + s.pairPin;
+    out += "<title>";
+    appendEscaped(out, text);
+    out += "</title>";
+}
+
+// A marker's shape: a triangle for a missing model, a circle otherwise.
+void appendShape(std::string& out, std::string_view outcome, int x, int y)
+{
+    if (outcome == "missing") {
+        out += "<path d=\"M";
+        appendInt(out, x);
+        out += ' ';
+        appendInt(out, y - 9);
+        out += "l8.5 15h-17z\"/>";
+    } else {
+        out += "<circle cx=\"";
+        appendInt(out, x);
+        out += "\" cy=\"";
+        appendInt(out, y);
+        out += "\" r=\"7.5\"/>";
+    }
+}
+
+void appendLegend(std::string& out, std::vector<SignalOutcome> const& signals,
+                  std::vector<std::string> const& banks)
+{
+    out += "<ul class=\"legend outcome-legend\">";
+    for (char const* outcome : {"resolved", "fallback", "substituted", "missing", "none"}) {
+        int n = 0;
+        for (SignalOutcome const& s : signals)
+            n += s.outcome == outcome ? 1 : 0;
+        out += "<li><svg class=\"key\" width=\"20\" height=\"20\"><g class=\"pin o-";
+        out += outcome;
+        out += "\">";
+        appendShape(out, outcome, 10, 11);
+        out += "</g></svg>";
+        out += outcome;
+        out += " (";
+        appendInt(out, n);
+        out += ")</li>";
+    }
+    out += "<li><svg class=\"key\" width=\"26\" height=\"18\"><line class=\"pair\" x1=\"4\" y1=\"9\" "
+           "x2=\"22\" y2=\"9\"/></svg>differential pair</li></ul>";
+    out += "<ul class=\"legend bank-legend\">";
+    for (std::size_t i = 0; i < banks.size(); ++i) {
+        out += "<li><span class=\"swatch\" style=\"background:";
+        out += kBankColours[i % std::size(kBankColours)];
+        out += "\"></span>bank ";
+        appendEscaped(out, banks[i].empty() ? "none" : banks[i]);
+        out += "</li>";
+    }
+    out += "</ul>";
+}
+
+} // namespace
+
+bool ballPosition(std::string_view pin, int& row, int& column)
+{
+    std::size_t letters = 0;
+    while (letters < pin.size() && letters < 3 && pin[letters] >= 'A' && pin[letters] <= 'Z')
+        ++letters;
+    if (letters == 0 || letters > 2 || letters == pin.size() || pin[letters] == '0')
+        return false;
+    int const first = rowIndex(pin[0]);
+    int const second = letters == 2 ? rowIndex(pin[1]) : 0;
+    if (first < 0 || second < 0)
+        return false;
+    int const size = static_cast<int>(kRowLetters.size());
+    int const r = letters == 1 ? first : size + first * size + second;
+    int c = 0;
+    for (std::size_t i = letters; i < pin.size(); ++i) {
+        if (pin[i] < '0' || pin[i] > '9' || c > kMaxGridColumns)
+            return false;
+        c = c * 10 + (pin[i] - '0');
+    }
+    if (r >= kMaxGridRows || c > kMaxGridColumns)
+        return false;
+    row = r;
+    column = c;
+    return true;
+}
+
+std::string rowLetters(int row)
+{
+    int const size = static_cast<int>(kRowLetters.size());
+    if (row < size)
+        return std::string(1, kRowLetters[static_cast<std::size_t>(row)]);
+    row -= size;
+    return std::string(1, kRowLetters[static_cast<std::size_t>(row / size)]) +
+           kRowLetters[static_cast<std::size_t>(row % size)];
+}
+
+char const* outcomeColour(std::string_view outcome)
+{
+    if (outcome == "resolved")
+        return "#0072B2";
+    if (outcome == "fallback")
+        return "#E69F00";
+    if (outcome == "substituted")
+        return "#CC79A7";
+    if (outcome == "missing")
+        return "#D55E00";
+    return "#999999";
+}
+
+std::string pinMap(std::vector<SignalOutcome> const& signals)
+{
+    std::vector<Marker> markers;
+    for (SignalOutcome const& s : signals) {
+        markers.push_back({s.pin, &s, false});
+        if (!s.pairPin.empty())
+            markers.push_back({s.pairPin, &s, true});
+    }
+
+    // Grid positions first, then the other names in a row of their own.
+    int rows = 0, columns = 0;
+    std::vector<Marker*> others;
+    for (Marker& m : markers) {
+        int row = 0, column = 0;
+        if (ballPosition(m.pin, row, column)) {
+            m.x = kLeft + (column - 1) * kPitch + kPitch / 2;
+            m.y = kTop + row * kPitch + kPitch / 2;
+            rows = std::max(rows, row + 1);
+            columns = std::max(columns, column);
+        } else {
+            others.push_back(&m);
+        }
+    }
+    int const perLine = std::max(columns, kOtherPerLine);
+    int const otherTop = kTop + rows * kPitch + kOtherGap;
+    for (std::size_t i = 0; i < others.size(); ++i) {
+        others[i]->x = kLeft + static_cast<int>(i % perLine) * kPitch + kPitch / 2;
+        others[i]->y = otherTop + static_cast<int>(i / perLine) * kPitch + kPitch / 2;
+    }
+    int const otherLines = static_cast<int>((others.size() + perLine - 1) / perLine);
+    int const width = kLeft + (others.empty() ? columns : perLine) * kPitch + 8;
+    int const height = others.empty() ? kTop + rows * kPitch + 6 : otherTop + otherLines * kPitch + 6;
+
+    std::vector<std::string> const banks = bankOrder(signals);
+    std::map<std::string, std::size_t> bankIndex;
+    for (std::size_t i = 0; i < banks.size(); ++i)
+        bankIndex[banks[i]] = i;
+
+    std::string out;
+    out.reserve(400 * markers.size() + 4096);
+    out += "<input type=\"radio\" name=\"pin-colour\" id=\"by-outcome\" checked>"
+           "<label for=\"by-outcome\">Colour by outcome</label> "
+           "<input type=\"radio\" name=\"pin-colour\" id=\"by-bank\">"
+           "<label for=\"by-bank\">Colour by bank</label>";
+    appendLegend(out, signals, banks);
+
+    out += "<svg class=\"pinmap\" width=\"";
+    appendInt(out, width);
+    out += "\" height=\"";
+    appendInt(out, height);
+    out += "\" role=\"img\" aria-label=\"Pin map: ";
+    appendInt(out, static_cast<long>(markers.size()));
+    out += " pins of the design\"><style>";
+    for (std::size_t i = 0; i < banks.size(); ++i) {
+        out += "#by-bank:checked~.pinmap .b";
+        appendInt(out, static_cast<long>(i));
+        out += "{fill:";
+        out += kBankColours[i % std::size(kBankColours)];
+        out += "}";
+    }
+    out += "</style>";
+
+    // The balls of the grid, faint, drawn as one pattern whatever its size.
+    if (rows > 0) {
+        out += "<defs><pattern id=\"ball\" width=\"22\" height=\"22\" patternUnits=\"userSpaceOnUse\" x=\"";
+        appendInt(out, kLeft);
+        out += "\" y=\"";
+        appendInt(out, kTop);
+        out += "\"><circle cx=\"11\" cy=\"11\" r=\"4.5\" class=\"ball\"/></pattern></defs><rect x=\"";
+        appendInt(out, kLeft);
+        out += "\" y=\"";
+        appendInt(out, kTop);
+        out += "\" width=\"";
+        appendInt(out, columns * kPitch);
+        out += "\" height=\"";
+        appendInt(out, rows * kPitch);
+        out += "\" fill=\"url(#ball)\"/><g class=\"axis\">";
+        for (int c = 1; c <= columns; ++c) {
+            out += "<text x=\"";
+            appendInt(out, kLeft + (c - 1) * kPitch + kPitch / 2);
+            out += "\" y=\"";
+            appendInt(out, kTop - 6);
+            out += "\" text-anchor=\"middle\">";
+            appendInt(out, c);
+            out += "</text>";
+        }
+        for (int r = 0; r < rows; ++r) {
+            out += "<text x=\"";
+            appendInt(out, kLeft - 5);
+            out += "\" y=\"";
+            appendInt(out, kTop + r * kPitch + kPitch / 2 + 4);
+            out += "\" text-anchor=\"end\">";
+            out += rowLetters(r);
+            out += "</text>";
+        }
+        out += "</g>";
+    }
+    if (!others.empty()) {
+        out += "<text class=\"axis\" x=\"";
+        appendInt(out, kLeft);
+        out += "\" y=\"";
+        appendInt(out, otherTop - 8);
+        out += "\">Pins named outside the ball grid</text>";
+    }
+
+    // Pairs under the markers, then the markers.
+    std::map<SignalOutcome const*, Marker const*> positive;
+    for (Marker const& m : markers)
+        if (!m.negativeLeg)
+            positive[m.signal] = &m;
+    for (Marker const& m : markers) {
+        if (!m.negativeLeg)
+            continue;
+        Marker const* p = positive[m.signal];
+        out += "<line class=\"pair\" data-pair=\"";
+        appendEscaped(out, p->pin + " " + m.pin);
+        out += "\" x1=\"";
+        appendInt(out, p->x);
+        out += "\" y1=\"";
+        appendInt(out, p->y);
+        out += "\" x2=\"";
+        appendInt(out, m.x);
+        out += "\" y2=\"";
+        appendInt(out, m.y);
+        out += "\"/>";
+    }
+    for (Marker const& m : markers) {
+        out += "<g class=\"pin o-";
+        out += m.signal->outcome;
+        out += " b";
+        appendInt(out, static_cast<long>(bankIndex[m.signal->bank]));
+        out += "\" data-pin=\"";
+        appendEscaped(out, m.pin);
+        out += "\" data-outcome=\"";
+        appendEscaped(out, m.signal->outcome);
+        out += "\">";
+        appendTitle(out, m);
+        appendShape(out, m.signal->outcome, m.x, m.y);
+        out += "</g>";
+    }
+    out += "</svg>";
+    return out;
+}
+
+} // namespace reportpage

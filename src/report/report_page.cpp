@@ -1,0 +1,294 @@
+// The report as one self-contained HTML page: summary, pin map, signal
+// table and the curves of the design's models. Styles and drawings are
+// inline, there is no script, and the page's content security policy lets
+// it fetch nothing, so that it opens the same from a mail or on a machine
+// without network.
+
+#include <fstream>
+#include <unistd.h>
+#include <map>
+#include <set>
+
+#include "ibis/model_reader.h"
+#include "report/html_text.h"
+#include "report/model_charts.h"
+#include "report/pin_map.h"
+#include "report/resolution_report.h"
+
+using reportpage::appendEscaped;
+using reportpage::appendInt;
+using reportpage::escape;
+
+namespace {
+
+char const* const kOutcomes[] = {"resolved", "fallback", "substituted", "missing", "none"};
+
+// A model's heading names this many of its signals.
+constexpr int kUsersListed = 12;
+
+char const kStyle[] = R"(body{font:14px/1.45 system-ui,sans-serif;color:#222;margin:24px auto;max-width:1120px;padding:0 16px}
+h1{font-size:22px;margin:0 0 12px}h2{font-size:18px;border-bottom:1px solid #ccc;padding-bottom:4px;margin-top:32px}
+h3{font-size:15px;margin:0;font-family:ui-monospace,monospace}
+dl.run{display:grid;grid-template-columns:max-content auto;gap:2px 16px;margin:0}
+dl.run dt{color:#555}dl.run dd{margin:0;font-family:ui-monospace,monospace;overflow-wrap:anywhere}
+svg text{font-family:system-ui,sans-serif}
+svg .o-resolved{fill:#0072B2}svg .o-fallback{fill:#E69F00}svg .o-substituted{fill:#CC79A7}
+svg .o-missing{fill:#D55E00}svg .o-none{fill:#999999}
+.bar{display:block;margin:14px 0 4px}
+ul.legend{list-style:none;padding:0;margin:6px 0;display:flex;flex-wrap:wrap;gap:4px 18px}
+ul.legend li{display:flex;align-items:center;gap:5px}
+.swatch{display:inline-block;width:12px;height:12px;border:1px solid #333}
+.bank-legend{display:none!important}#by-bank:checked~.bank-legend{display:flex!important}
+#by-bank:checked~.outcome-legend{display:none!important}
+.pinmap{display:block;margin-top:8px}
+.pin{stroke:#222;stroke-width:.8}.ball{fill:#e6e6e6}
+.pair{stroke:#333;stroke-width:3;stroke-linecap:round}
+.pinmap text{font-size:10px;fill:#666}
+.scroll{overflow:auto;max-height:640px;border:1px solid #ddd}
+table{border-collapse:collapse;font-size:12px}
+th,td{border:1px solid #ddd;padding:2px 6px;text-align:left;vertical-align:top}
+thead th{background:#f2f2f2;position:sticky;top:0}
+.signals td{font-family:ui-monospace,monospace}
+tr.o-missing td{background:#fbe3d6}tr.o-fallback td{background:#fcefd2}tr.o-substituted td{background:#f6e2ee}
+.model{margin:18px 0;padding-top:10px;border-top:1px solid #e4e4e4}
+.facts,.served{margin:2px 0;color:#444;font-size:13px}
+.charts{display:flex;flex-wrap:wrap;gap:6px 12px;align-items:flex-start;margin-top:6px}
+.chart .grid{stroke:#ececec;fill:none}.chart .frame{fill:none;stroke:#999}
+.chart .x text,.chart .y .title{text-anchor:middle}.chart .y text{text-anchor:end}
+.chart .axis text{font-size:11px;fill:#333}.chart .legend text{font-size:11px;fill:#222}
+.plot polyline,.chart .legend line{fill:none;vector-effect:non-scaling-stroke;stroke-width:2;stroke-linejoin:round}
+.plot .min,.plot .max,.chart .legend .min,.chart .legend .max{stroke-width:1;stroke-opacity:.8}
+.plot .min,.chart .legend .min{stroke-dasharray:4 3}
+.chart .legend .key{stroke:#333}
+.ramp td,.ramp th{font-family:ui-monospace,monospace}.ramp caption{text-align:left;font-weight:600;padding:4px 0}
+.none{color:#666;font-style:italic}.note{margin:4px 0;font-family:ui-monospace,monospace;font-size:12px}
+)";
+
+void appendRow(std::string& out, char const* term, std::string const& value)
+{
+    out += "<dt>";
+    out += term;
+    out += "</dt><dd>";
+    appendEscaped(out, value.empty() ? "-" : value);
+    out += "</dd>";
+}
+
+// A path below the current directory relative to it, as the other inputs
+// were named on the command line; others as they are.
+std::string shownPath(std::string const& path)
+{
+    char buffer[4096];
+    if (getcwd(buffer, sizeof buffer) == nullptr)
+        return path;
+    std::string const here = std::string(buffer) + "/";
+    return path.compare(0, here.size(), here) == 0 ? path.substr(here.size()) : path;
+}
+
+// The count of each outcome, as one bar and as a legend.
+std::string outcomeBar(ResolutionReport const& report)
+{
+    int const total = static_cast<int>(report.signals().size());
+    std::string out = "<svg class=\"bar\" width=\"600\" height=\"22\" role=\"img\" "
+                      "aria-label=\"The outcome of each signal\">";
+    if (total == 0)
+        out += "<rect width=\"600\" height=\"22\" fill=\"#eee\"/>";
+    int x = 0, counted = 0;
+    for (char const* outcome : kOutcomes) {
+        int const n = report.count(outcome);
+        if (n == 0)
+            continue;
+        counted += n;
+        int const end = counted * 600 / total;
+        out += "<rect class=\"o-";
+        out += outcome;
+        out += "\" data-outcome=\"";
+        out += outcome;
+        out += "\" x=\"";
+        appendInt(out, x);
+        out += "\" width=\"";
+        appendInt(out, end - x);
+        out += "\" height=\"22\"><title>";
+        out += outcome;
+        out += ": ";
+        appendInt(out, n);
+        out += " of ";
+        appendInt(out, total);
+        out += " signals</title></rect>";
+        x = end;
+    }
+    out += "</svg><ul class=\"legend counts\">";
+    for (char const* outcome : kOutcomes) {
+        out += "<li><span class=\"swatch\" style=\"background:";
+        out += reportpage::outcomeColour(outcome);
+        out += "\"></span>";
+        out += outcome;
+        out += " <b data-count=\"";
+        out += outcome;
+        out += "\">";
+        appendInt(out, report.count(outcome));
+        out += "</b></li>";
+    }
+    return out + "</ul>";
+}
+
+// Missing rows first, then fallbacks, then the others, each in pad report
+// order.
+std::vector<SignalOutcome const*> tableOrder(std::vector<SignalOutcome> const& signals)
+{
+    std::vector<SignalOutcome const*> rows;
+    for (char const* first : {"missing", "fallback"})
+        for (SignalOutcome const& s : signals)
+            if (s.outcome == first)
+                rows.push_back(&s);
+    for (SignalOutcome const& s : signals)
+        if (s.outcome != "missing" && s.outcome != "fallback")
+            rows.push_back(&s);
+    return rows;
+}
+
+} // namespace
+
+std::string ResolutionReport::html() const
+{
+    std::map<std::string, std::size_t> modelIndex;
+    for (std::size_t i = 0; i < _models.size(); ++i)
+        modelIndex.emplace(_models[i].first, i);
+
+    std::string out;
+    out.reserve(64 * 1024 + 600 * _signals.size() + 12 * 1024 * _models.size());
+    out += "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+           "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
+           "style-src 'unsafe-inline'\">\n"
+           "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+           "<meta name=\"generator\" content=\"pad2ibis\">\n<title>pad2ibis report: ";
+    appendEscaped(out, _padFile);
+    out += "</title>\n<style>\n";
+    out += kStyle;
+    out += "</style>\n</head>\n<body>\n<h1>Which model each signal got: ";
+    appendEscaped(out, _padFile);
+    out += "</h1>\n";
+
+    // Summary.
+    out += "<section id=\"summary\">\n<h2>Summary</h2>\n<dl class=\"run\">";
+    appendRow(out, "Pad report", _padFile);
+    appendRow(out, "Master file", _masterFile);
+    appendRow(out, "Design file", shownPath(_designFile));
+    appendRow(out, "Generator", _variant ? "table-driven" : "standard");
+    appendRow(out, "Family", _family);
+    appendRow(out, "Part", _part);
+    appendRow(out, "Package", _package);
+    appendRow(out, "Component", _component);
+    out += "<dt>Signals</dt><dd>";
+    appendInt(out, static_cast<long>(_signals.size()));
+    out += "</dd><dt>Design models</dt><dd>";
+    appendInt(out, static_cast<long>(_models.size()));
+    out += "</dd></dl>\n";
+    out += outcomeBar(*this);
+    out += "\n</section>\n";
+
+    // Pin map.
+    out += "<section id=\"pins\">\n<h2>Pin map</h2>\n";
+    out += reportpage::pinMap(_signals);
+    out += "\n</section>\n";
+
+    // Signals: the CSV's table.
+    std::vector<std::string> const& columns = signalColumns();
+    std::size_t modelColumn = columns.size();
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (columns[i] == "model")
+            modelColumn = i;
+    out += "<section id=\"signals\">\n<h2>Signals</h2>\n<p>Missing and fallback rows first, then "
+           "the others in pad report order.</p>\n<div class=\"scroll\"><table class=\"signals\">"
+           "<thead><tr>";
+    for (std::string const& column : columns) {
+        out += "<th>";
+        appendEscaped(out, column);
+        out += "</th>";
+    }
+    out += "</tr></thead>\n<tbody>\n";
+    for (SignalOutcome const* s : tableOrder(_signals)) {
+        out += "<tr class=\"o-";
+        appendEscaped(out, s->outcome);
+        out += "\">";
+        std::vector<std::string> const fields = signalFields(*s);
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            out += "<td>";
+            auto model = i == modelColumn ? modelIndex.find(fields[i]) : modelIndex.end();
+            if (model != modelIndex.end()) {
+                out += "<a href=\"#model-";
+                appendInt(out, static_cast<long>(model->second));
+                out += "\">";
+                appendEscaped(out, fields[i]);
+                out += "</a>";
+            } else {
+                // Settings may break behind each ";", names nowhere.
+                std::string_view rest = fields[i];
+                for (std::size_t cut; (cut = rest.find(';')) != std::string_view::npos;
+                     rest.remove_prefix(cut + 1)) {
+                    appendEscaped(out, rest.substr(0, cut + 1));
+                    out += "<wbr>";
+                }
+                appendEscaped(out, rest);
+            }
+            out += "</td>";
+        }
+        out += "</tr>\n";
+    }
+    out += "</tbody></table></div>\n</section>\n";
+
+    // Models, with their curves read back from the design file, one block
+    // at a time.
+    std::map<std::string, std::string> charts;
+    std::ifstream design(_designFile, std::ios::binary);
+    bool const opened = design.is_open();
+    bool const whole = opened && ibis::readModels(design, [&](ibis::Model const& model) {
+        if (modelIndex.count(model.name) != 0 && charts.count(model.name) == 0)
+            charts.emplace(model.name, reportpage::modelCharts(model));
+    });
+    // Each model's signals: how many, and the first names.
+    std::map<std::string, std::pair<int, std::string>> users;
+    for (SignalOutcome const& s : _signals) {
+        if (s.model.empty())
+            continue;
+        auto& user = users[s.model];
+        if (user.first++ < kUsersListed)
+            user.second += (user.second.empty() ? "" : ", ") + s.name;
+    }
+    out += "<section id=\"models\">\n<h2>Models</h2>\n";
+    if (!opened)
+        out += "<p class=\"none\">The design file could not be read: no curves.</p>\n";
+    else if (!whole)
+        out += "<p class=\"none\">The design file could not be read to its end.</p>\n";
+    for (std::size_t i = 0; i < _models.size(); ++i) {
+        std::string const& name = _models[i].first;
+        out += "<article class=\"model\" id=\"model-";
+        appendInt(out, static_cast<long>(i));
+        out += "\" data-model=\"";
+        appendEscaped(out, name);
+        out += "\">\n<h3>";
+        appendEscaped(out, name);
+        out += "</h3>\n<p class=\"served\">";
+        auto const found = users.find(name);
+        int const listed = found == users.end() ? 0 : found->second.first;
+        if (listed == 0) {
+            out += "Serves no signal of the pad report.";
+        } else {
+            out += "Serves ";
+            appendInt(out, listed);
+            out += listed == 1 ? " signal: " : " signals: ";
+            appendEscaped(out, found->second.second);
+            if (listed > kUsersListed)
+                out += ", and " + std::to_string(listed - kUsersListed) + " more";
+            out += ".";
+        }
+        out += "</p>\n";
+        auto const drawn = charts.find(name);
+        if (drawn != charts.end())
+            out += drawn->second;
+        else if (opened)
+            out += "<p class=\"none\">The design file has no [Model] block of this name.</p>";
+        out += "\n</article>\n";
+    }
+    out += "</section>\n</body>\n</html>\n";
+    return out;
+}

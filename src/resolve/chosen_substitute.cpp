@@ -1,0 +1,41 @@
+// The host's substitute for a key that the master lacks, where the host
+// installed a chooser.
+
+#include <string>
+
+#include "driver/basibsgen.h"
+#include "driver/load_time.h"
+#include "driver/messages.h"
+#include "resolve/model_substitute.h"
+#include "resolve/walk_steps.h"
+
+namespace {
+
+IbsSubstituteChooser substituteChooser = nullptr;
+void* substituteChooserContext = nullptr;
+
+} // namespace
+
+void ibsSetSubstituteChooser(IbsSubstituteChooser chooser, void* context)
+{
+    substituteChooser = chooser;
+    substituteChooserContext = context;
+}
+
+bool ibsTakeChosenSubstitute(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& key)
+{
+    if (substituteChooser == nullptr)
+        return false;
+    std::string const substitute =
+        substituteChooser(generator, *iobuf, key, substituteChooserContext);
+    if (substitute.empty() || generator._availableModels.count(substitute) == 0)
+        return false;
+    ibsReport(IBS_MSG_1011, {key.c_str(), iobuf->name, substitute.c_str()});
+    ibsFlushAll();
+    delete[] iobuf->model;
+    iobuf->model = ibs_new_model_string(substitute.c_str());
+    // The substitute's own master pin, so that a differential signal keeps
+    // its [Diff pin] row.
+    ibsUseModel(generator, iobuf, substitute, substitute);
+    return true;
+}
