@@ -4,22 +4,15 @@
 // ends, and what stands inside each block. Each finding is graded by what
 // the generator then writes or does.
 
-#include <algorithm>
-#include <atomic>
-#include <cstdint>
-#include <cstring>
-#include <fstream>
-#include <istream>
-#include <map>
-#include <optional>
-#include <sstream>
-#include <thread>
+#include "check/master_check.h"
 
-#include "check/check_text.h"
+#include <algorithm>
+#include <cstring>
+#include <istream>
+#include <sstream>
+
 #include "check/model_rules.h"
 #include "ibis/ibis_syntax.h"
-#include "ibis/line_source.h"
-#include "ibis/model_reader.h"
 
 namespace ibischeck {
 
@@ -65,34 +58,7 @@ bool endsPreamble(std::string_view line)
     return at != std::string::npos && at <= 3;
 }
 
-// The [IBIS Ver] line as the check takes it.
-struct Header;
-Header headerOf(std::string_view line, char comment);
-
-// The copy of one model block: from its [Model] line to the next line that
-// holds "[Model]". Its model, as IBIS reads it, may end earlier (at a
-// keyword of the file or the component) or later (behind its closing
-// comment line).
-struct Block {
-    enum End { Open, Own, OtherComment, NextModel };
-    std::string name;
-    int line = 0;
-    int lastContent = 0;     // last line that is neither blank nor comment
-    int end = 0;             // the line that ends the copy; 0 at the end of the file
-    End kind = Open;
-    std::string endName;     // the name on a closing comment line
-    bool readerModel = false; // IBIS reads a model from the same line
-    int readerEnd = -1;       // where that model ends; 0 at the end of the file
-    std::string readerEndShown; // the keyword that ends it
-    int contentAfterEnd = 0; // its first content line behind the copy's end
-};
-
-// Where the reading of a file stands once its frame is read: what a check
-// that starts at a later [Model] line assumes.
-struct Header {
-    bool versionSeen = false;
-    double version = 5.0;
-};
+} // namespace
 
 Header headerOf(std::string_view line, char comment)
 {
@@ -105,97 +71,6 @@ Header headerOf(std::string_view line, char comment)
         header.version = version;
     return header;
 }
-
-class MasterCheck {
-public:
-    explicit MasterCheck(std::string const& family)
-        : _naming(family), _reader([this](ibis::Model const& model) { modelRead(model); })
-    {
-        _context.master = true;
-    }
-
-    // A check of the rest of a file from one of its [Model] lines on, whose
-    // frame (naming tables, component, package, [Pin] list) lies ahead.
-    MasterCheck(std::string const& family, Header const& header) : MasterCheck(family)
-    {
-        _naming.setEnd(1);
-        _component = _package = _pin = 1;
-        _packageKeyword = _sawPackageKeyword = true;
-        _pinList = PinList::Done;
-        _header = header;
-        _context.version = header.version;
-    }
-
-    void feed(ibis::Line const& line);
-    std::vector<Finding> finish(int lines);
-
-    // The state ahead of the current line is what a check of the rest of
-    // the file from here would assume.
-    bool canHandOver(Header const& header) const;
-    // The [Model] line where the other check starts: it ends the open block
-    // and model; what follows is the other check's.
-    void handOver(ibis::Line const& line);
-    // The end of the file, for the blocks of a check that started later.
-    void finishBlocks(int lines);
-    // Takes on the findings and blocks of the check of the rest of the file.
-    void absorb(MasterCheck& later);
-    // The end of the file, for the frame; all findings in line order.
-    std::vector<Finding> finishFrame(int lines);
-
-private:
-    void checkLength(ibis::Line const& line);
-    void frameLine(ibis::Line const& line);
-    void packageLine(ibis::Line const& line);
-    void pinListLine(ibis::Line const& line);
-    void blockLine(ibis::Line const& line, bool content);
-    void modelRead(ibis::Model const& model);
-    void closeBlock(int end, std::string_view text);
-    void settle();
-    void judge(Block const& block);
-
-    std::vector<Finding> _findings;
-    ibis::CommentChar _comment;
-    ModelContext _context;
-    Header _header;
-    int _number = 0;           // the line being read
-    std::string _keywordShown; // its keyword, as written
-
-    // Naming tables: a second reading forks off at a package or [Pin] line
-    // that comes ahead of any component line, for a file that has none.
-    NamingSection _naming;
-    std::optional<NamingSection> _namingWithoutComponent;
-    struct LongLine {
-        int line;
-        std::size_t counted; // its CR included
-        bool byCr;           // the CR makes it long, or longer than the copy buffer
-    };
-    void gradeLength(LongLine const& l, bool naming);
-    std::vector<LongLine> _namingUnsure; // long lines whose section is not yet known
-
-    int _component = 0, _package = 0, _pin = 0; // their first lines
-    bool _packageKeyword = false;                // the package line is [Package]
-    int _droppedKeyword = 0;                     // a keyword the preamble copy drops
-    std::string _droppedShown;
-    bool _sawPackageKeyword = false;
-
-    // Package blocks between the package line and [Pin].
-    std::vector<Finding> _packageFindings;
-    std::vector<std::pair<int, bool>> _blankLines; // line, blank only by its CR
-    std::vector<std::pair<int, std::string>> _openPackages;
-    bool _anyPackage = false;
-    std::string _previousTrimmed;
-
-    // The model list under [Pin].
-    enum class PinList { Before, In, Done } _pinList = PinList::Before;
-    std::map<std::string, int> _listed;
-
-    // Model blocks.
-    ibis::ModelReader _reader;
-    std::optional<Block> _block;  // its copy still open
-    std::vector<Block> _awaiting; // copy ended, its model still read
-    std::vector<std::pair<std::string, int>> _blocks;
-    std::vector<LongLine> _longLines; // over the copy buffer behind the pin list
-};
 
 void MasterCheck::checkLength(ibis::Line const& line)
 {
@@ -309,7 +184,7 @@ void MasterCheck::pinListLine(ibis::Line const& line)
 void MasterCheck::modelRead(ibis::Model const& model)
 {
     checkModel(model, _context, _findings);
-    auto mark = [&](Block& block) {
+    auto mark = [&](BlockCopy& block) {
         if (!block.readerModel || block.line != model.line)
             return false;
         block.readerEnd = model.endedBy.empty() ? 0 : _number;
@@ -318,23 +193,23 @@ void MasterCheck::modelRead(ibis::Model const& model)
     };
     if (_block && mark(*_block))
         return;
-    for (Block& block : _awaiting)
+    for (BlockCopy& block : _awaiting)
         if (mark(block))
             return;
 }
 
 void MasterCheck::closeBlock(int end, std::string_view text)
 {
-    Block block = std::move(*_block);
+    BlockCopy block = std::move(*_block);
     _block.reset();
     block.end = end;
     if (end != 0) {
         std::string const line = trimmed(std::string(text));
         if (line[0] == '|') {
             block.endName = keywordArgument(line.substr(1));
-            block.kind = block.endName == block.name ? Block::Own : Block::OtherComment;
+            block.kind = block.endName == block.name ? BlockCopy::Own : BlockCopy::OtherComment;
         } else {
-            block.kind = Block::NextModel;
+            block.kind = BlockCopy::NextModel;
         }
     }
     _awaiting.push_back(std::move(block));
@@ -346,7 +221,7 @@ void MasterCheck::blockLine(ibis::Line const& line, bool content)
     if (content && _reader.inModel()) {
         if (_block && _block->readerModel && _block->readerEnd == -1)
             _block->lastContent = line.number;
-        for (Block& block : _awaiting)
+        for (BlockCopy& block : _awaiting)
             if (block.readerModel && block.readerEnd == -1 && block.contentAfterEnd == 0)
                 block.contentAfterEnd = line.number;
     }
@@ -361,7 +236,7 @@ void MasterCheck::blockLine(ibis::Line const& line, bool content)
     _longLines.clear();
     if (isComment(std::string(line.text)))
         return;
-    Block block;
+    BlockCopy block;
     block.line = block.lastContent = line.number;
     block.name = keywordArgument(trimmed(std::string(line.text)));
     block.readerModel = ibis::isKeywordLine(line.text) && ibis::keywordKey(line.text) == "model";
@@ -369,7 +244,7 @@ void MasterCheck::blockLine(ibis::Line const& line, bool content)
     _block = std::move(block);
 }
 
-void MasterCheck::judge(Block const& block)
+void MasterCheck::judge(BlockCopy const& block)
 {
     std::string const model = "[Model] " + visible(block.name);
     bool const takesAlong = block.readerEnd > 0 && (block.end == 0 || block.readerEnd < block.end);
@@ -383,7 +258,7 @@ void MasterCheck::judge(Block const& block)
     } else if (takesAlong) {
         addError(_findings, block.line,
                  "the copy of " + model + " ends only at line " + std::to_string(block.end) + along);
-    } else if (block.kind == Block::NextModel) {
+    } else if (block.kind == BlockCopy::NextModel) {
         int const first = block.lastContent + 1, last = block.end - 1;
         std::string const copied =
             last > first    ? "takes lines " + std::to_string(first) + " to " + std::to_string(last) +
@@ -398,7 +273,7 @@ void MasterCheck::judge(Block const& block)
                  "the copy of " + model + " ends at line " + std::to_string(block.end) +
                      ", which holds \"[Model]\"; its lines from line " + std::to_string(block.contentAfterEnd) +
                      " on are not copied");
-    } else if (block.kind == Block::OtherComment) {
+    } else if (block.kind == BlockCopy::OtherComment) {
         addWarning(_findings, block.line,
                    model + " is closed by line " + std::to_string(block.end) + ", which names " +
                        visible(block.endName) + "; its copy ends there all the same");
@@ -408,8 +283,8 @@ void MasterCheck::judge(Block const& block)
 // Judges the blocks whose copy and model have both ended.
 void MasterCheck::settle()
 {
-    auto const done = [&](Block const& block) { return !block.readerModel || block.readerEnd != -1; };
-    for (Block const& block : _awaiting)
+    auto const done = [&](BlockCopy const& block) { return !block.readerModel || block.readerEnd != -1; };
+    for (BlockCopy const& block : _awaiting)
         if (done(block))
             judge(block);
     _awaiting.erase(std::remove_if(_awaiting.begin(), _awaiting.end(), done), _awaiting.end());
@@ -564,8 +439,6 @@ std::vector<Finding> MasterCheck::finishFrame(int lines)
     return std::move(_findings);
 }
 
-} // namespace
-
 std::vector<Finding> checkMasterFile(std::istream& in, std::string const& family)
 {
     MasterCheck check(family);
@@ -583,162 +456,6 @@ std::vector<Finding> checkMasterFile(std::string const& text, std::string const&
 {
     std::istringstream in(text);
     return checkMasterFile(in, family);
-}
-
-namespace {
-
-// Files from this size on are read in two parts at once.
-std::uintmax_t const kSplitSize = 8u << 20;
-
-// The line ends in the first `size` bytes of the stream, eight bytes at a
-// time; the stream stands at `size` behind them.
-bool countLines(std::istream& in, std::uintmax_t size, int& lines)
-{
-    std::vector<char> buffer(1 << 18);
-    std::uint64_t count = 0;
-    while (size > 0) {
-        std::size_t const want = static_cast<std::size_t>(std::min<std::uintmax_t>(size, buffer.size()));
-        if (!in.read(buffer.data(), static_cast<std::streamsize>(want)))
-            return false;
-        size -= want;
-        char const* p = buffer.data();
-        std::size_t i = 0;
-        while (i + 8 <= want) {
-            // A byte per byte lane counts the LFs, up to 255 rounds.
-            std::uint64_t lanes = 0;
-            for (int round = 0; round < 255 && i + 8 <= want; ++round, i += 8) {
-                std::uint64_t v;
-                std::memcpy(&v, p + i, 8);
-                std::uint64_t const x = v ^ 0x0A0A0A0A0A0A0A0Aull;
-                std::uint64_t const t = (x & 0x7F7F7F7F7F7F7F7Full) + 0x7F7F7F7F7F7F7F7Full;
-                lanes += ~(t | x | 0x7F7F7F7F7F7F7F7Full) >> 7;
-            }
-            count += (lanes * 0x0101010101010101ull) >> 56;
-        }
-        for (; i < want; ++i)
-            count += p[i] == '\n' ? 1 : 0;
-    }
-    lines = static_cast<int>(count);
-    return true;
-}
-
-// Where the second part starts: the first line that begins with "[Model]"
-// behind `from`; 0 for none. And the [IBIS Ver] line of the file's head.
-std::uintmax_t splitPoint(std::istream& in, std::uintmax_t from, Header& header)
-{
-    std::vector<char> buffer(1 << 16);
-    in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-    std::string_view const head(buffer.data(), static_cast<std::size_t>(in.gcount()));
-    for (std::size_t at = 0; at < head.size();) {
-        std::size_t const lf = head.find('\n', at);
-        if (lf == std::string_view::npos)
-            break;
-        std::string_view line = head.substr(at, lf - at);
-        if (!line.empty() && line.back() == '\r')
-            line.remove_suffix(1);
-        if (ibis::isKeywordLine(line) && ibis::keywordKey(line) == "ibis ver") {
-            header = headerOf(line, '|');
-            break;
-        }
-        at = lf + 1;
-    }
-    in.clear();
-    in.seekg(static_cast<std::streamoff>(from));
-    std::string const mark = "\n[Model]";
-    std::string carry;
-    std::uintmax_t offset = from;
-    while (in) {
-        in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        std::size_t const got = static_cast<std::size_t>(in.gcount());
-        std::string const text = carry + std::string(buffer.data(), got);
-        std::size_t const at = text.find(mark);
-        if (at != std::string::npos)
-            return offset - carry.size() + at + 1;
-        offset += got;
-        carry = text.substr(text.size() - std::min(text.size(), mark.size() - 1));
-    }
-    return 0;
-}
-
-} // namespace
-
-bool checkMasterPath(std::string const& path, std::string const& family, std::vector<Finding>& findings)
-{
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        return false;
-    in.seekg(0, std::ios::end);
-    std::streamoff const size = in.tellg();
-    in.seekg(0);
-    Header header;
-    std::uintmax_t split = 0;
-    if (size >= static_cast<std::streamoff>(kSplitSize)) {
-        std::ifstream probe(path, std::ios::binary);
-        split = splitPoint(probe, static_cast<std::uintmax_t>(size) * 54 / 100, header);
-    }
-    if (!in || split == 0) {
-        in.clear();
-        in.seekg(0);
-        findings = checkMasterFile(in, family);
-        return !in.bad();
-    }
-
-    // The part from the split point on, read by a second thread: it counts
-    // the lines ahead of it, then checks its part as a check that starts
-    // behind the frame would.
-    std::atomic<bool> stop(false);
-    bool laterRead = false;
-    int laterLines = 0;
-    MasterCheck later(family, header);
-    std::thread second([&] {
-        std::ifstream tail(path, std::ios::binary);
-        int ahead = 0;
-        if (!tail || !countLines(tail, split, ahead))
-            return;
-        ibis::LineSource source(tail, ahead + 1);
-        ibis::Line line;
-        laterLines = ahead;
-        while (!stop && source.next(line)) {
-            later.feed(line);
-            laterLines = line.number;
-        }
-        later.finishBlocks(laterLines);
-        laterRead = !stop && !tail.bad();
-    });
-
-    MasterCheck first(family);
-    ibis::LineSource source(in);
-    ibis::Line line;
-    std::uintmax_t at = 0; // where the line starts
-    int lines = 0;
-    bool handedOver = false;
-    while (source.next(line)) {
-        if (at == split) {
-            if (first.canHandOver(header)) {
-                first.handOver(line);
-                handedOver = true;
-                break;
-            }
-            stop = true; // the second part's reading would not be the file's
-        }
-        at += line.length + (line.crlf ? 1 : 0) + (line.ended ? 1 : 0);
-        first.feed(line);
-        lines = line.number;
-    }
-    if (!handedOver)
-        stop = true;
-    second.join();
-    if (handedOver && laterRead) {
-        first.absorb(later);
-        findings = first.finishFrame(laterLines);
-        return true;
-    }
-    if (handedOver) {
-        // The second part could not be read: read on from the split point.
-        return false;
-    }
-    findings = first.finish(lines);
-    return !in.bad();
 }
 
 } // namespace ibischeck
