@@ -291,6 +291,11 @@ void DesignCheck::checkSelectors()
         if (_models.count(selector.name) != 0)
             addWarning(_findings, selector.line,
                        name + " has the name of a [Model]; a [Pin] row that names it is ambiguous");
+        std::size_t const width = _context.version < 4.2 ? 20 : 40;
+        if (selector.name.size() > width)
+            addError(_findings, selector.line,
+                     name + " has a name of " + std::to_string(selector.name.size()) + " characters; at most " +
+                         std::to_string(width));
         if (selector.entries.empty())
             addError(_findings, selector.line, name + " has no entries");
         std::set<std::string> entries;

@@ -119,6 +119,8 @@ TEST(Check, DesignFileRules)
          {}},
         {{{"spare        nc", "spare  sel"}, {"[Model]  lvd_in", "[Model Selector] sel\n[Model]  lvd_in"}},
          {"f:18: error: [Model Selector] sel has no entries"}},
+        {{{"5.0", "4.1"}, {"[Model]  lvd_in", "[Model Selector] s23456789012345678901\nlvd_in x\n[Model]  lvd_in"}},
+         {"f:18: error: [Model Selector] s23456789012345678901 has a name of 21 characters; at most 20"}},
         {{{"[Model]  lvd_in", "[Model Selector] sel\nlvd_in\nlvd_in  again\nnone  missing\nsel2  nested\n"
                                 "[Model Selector] sel2\nlvd_in  x\n[Model]  lvd_in"}},
          {"f:19: warning: [Model Selector] entry lvd_in has no description",
