@@ -380,8 +380,8 @@ void MasterCheck::handOver(ibis::Line const& line)
     _reader.feed(line, _comment.current());
     _reader.drop();
     blockLine(line, false);
+    // The block opened at this line is the other check's.
     _blocks.pop_back();
-    _block.reset();
     settle();
 }
 

@@ -331,6 +331,15 @@ TEST(Check, MasterFileRules)
         {{{"[End]", extra + "[End]"}}, {"f:40: warning: [Model] extra is not listed under [Pin]; no design can use it"}},
         {{{"[Component]     KX3\n", ""}}, {"f:39: error: no [Component] line; the generator skips its check of the part"}},
         {{{"[Package]\n", ""}}, {"f:39: error: no [Package] line; the preamble copy takes the whole file"}},
+        // Without a component line the naming section ends at the package
+        // line, or at [Pin] without one.
+        {{{"[Component]     KX3\n", ""}, {"[Pin]  signal_name  model_name\n", ""}, {"|\n[Model]", "[Model]"},
+          {"L_pkg  3nH", S(255, 'x') + "\nL_pkg  3nH"}},
+         {"f:28: warning: line of 255 characters: the naming section reader (255-byte buffer) would stop here if it "
+          "read this far",
+          "f:33: warning: [Model] " + model + " is not listed under [Pin]; no design can use it",
+          "f:38: error: no [Component] line; the generator skips its check of the part",
+          "f:38: error: no [Pin] line; the generator finds no models"}},
         {{{"[Notes]         Tiny master.", "  Package list"}},
          {"f:2: error: the preamble copy ends at this line, ahead of [Package]; design files lose [Component] (line "
           "26) and what stands with it"}},

@@ -128,6 +128,8 @@ TEST(ModelRules, EachRuleAtItsLine)
         {"[GND Clamp]", "[Receiver Thresholds]\nVth = 1\n[GND Clamp]", {}},
         {"[GND Clamp]", "[Algorithmic Model]\nExecutable x\n[End Algorithmic Model]\n[GND Clamp]", {}},
         {"[GND Clamp]", "[Bogus Table]\n[GND Clamp]", {"f:33: warning: unknown keyword \"[Bogus Table]\" in [Model] io_a"}},
+        {"[GND Clamp]", "[External Reference] 1\n[External Reference] 1\n[GND Clamp]",
+         {"f:34: warning: [External Reference] stands twice in [Model] io_a (first at line 33)"}},
         {"[Ramp]", "[Ramp]\ndV/dt_r 1/1n 1/1n 1/1n\n[Ramp]",
          {"f:36: error: [Ramp] has no dV/dt_f line", "f:38: warning: [Ramp] stands twice in [Model] io_a (first at line 36)"}},
         {"[GND Clamp]", "[Add Submodel]\nhold Non-Driving\nodd Sometimes\n[GND Clamp]",
