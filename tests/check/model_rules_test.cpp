@@ -103,6 +103,15 @@ TEST(ModelRules, EachRuleAtItsLine)
         {"C_comp 2p 1p 3p", "C_comp_pullup 2p 1p 3p", {}},
         {"C_comp 2p 1p 3p\n", "", {"f:12: error: [Model] io_a of type I/O has no C_comp, nor any C_comp_pullup, "
                                    "C_comp_pulldown, C_comp_power_clamp or C_comp_gnd_clamp"}},
+        {"[Model] io_a", "[Model]", {"f:11: error: model io_a of pin 1 has no [Model] block", "f:12: error: [Model] has no name"}},
+        {"[Voltage Range] 3.3 3.0 3.6", "[Voltage Range] 3.3 3.0 3.6\n[Voltage Range] 3.3 3.0 3.6\n"
+                                        "[POWER Clamp]\n0 0 0 0\n1 0 0 0\n[POWER Clamp]\n0 0 0 0\n1 0 0 0",
+         {"f:24: warning: [Voltage Range] stands twice in [Model] io_a (first at line 23)",
+          "f:28: warning: [POWER Clamp] stands twice in [Model] io_a (first at line 25)"}},
+        {"[Voltage Range] 3.3 3.0 3.6", "[Pullup Reference] 3.3 3 3.6\n[Pulldown Reference] 0 0 0\n"
+                                        "[GND_Clamp_Reference] 0 0 0",
+         {"f:12: error: [Model] io_a has no [Voltage Range], nor all four of [Pullup Reference], [Pulldown Reference], "
+          "[POWER Clamp Reference] and [GND Clamp Reference]"}},
         {"[Voltage Range] 3.3 3.0 3.6\n", "", {"f:12: error: [Model] io_a has no [Voltage Range], nor all four of "
                                                "[Pullup Reference], [Pulldown Reference], [POWER Clamp Reference] and "
                                                "[GND Clamp Reference]"}},
@@ -159,6 +168,8 @@ TEST(ModelRules, EachRuleAtItsLine)
           "f:38: error: dV/dt_f min \"2/0\" has a dt that is not above 0",
           "f:38: warning: dV/dt_f max \"-2/1n\" has a negative dV"}},
         {"R_load = 50", "R_load = 0", {"f:39: error: R_load 0 is not above 0"}},
+        {"R_load = 50", "R_load = 50\ndv/dt_r 2/0 2/0 2/0",
+         {"f:40: warning: dv/dt_r stands twice in [Ramp] (first at line 37)"}},
         {"R_load = 50", "R_load = 50\n1 2 3", {"f:40: error: [Ramp] line is no dV/dt_r, dV/dt_f or R_load line"}},
         {"R_load = 50", "R_load = 50\nC_load = 5p", {"f:40: warning: unknown line \"C_load\" in [Ramp]"}},
         // Waveforms.
