@@ -214,8 +214,7 @@ private:
     void checkSubParameter(SubParameter const& sub);
     void checkSingleValue(SubParameter const& sub, double* value);
     // typ, min, max: typ a number, min and max numbers or NA. False when not.
-    bool checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what,
-                        double* typ = nullptr);
+    bool checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what);
     void checkSections();
     void checkSection(Section const& section, Keyword const* keyword);
     void checkTable(Section const& section, bool waveform);
@@ -345,10 +344,9 @@ void ModelRules::checkSingleValue(SubParameter const& sub, double* value)
         *value = n.value;
 }
 
-bool ModelRules::checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what,
-                                double* typ)
+bool ModelRules::checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what)
 {
-    return ibischeck::checkTypMinMax(values, line, what, _findings, typ);
+    return ibischeck::checkTypMinMax(values, line, what, _findings);
 }
 
 void ModelRules::checkSections()
@@ -649,7 +647,7 @@ void ModelRules::checkPresence()
 } // namespace
 
 bool checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what,
-                    std::vector<Finding>& findings, double* typ)
+                    std::vector<Finding>& findings)
 {
     if (values.size() != 3) {
         addError(findings, line, what + " needs typ, min and max; it has " + std::to_string(values.size()) +
@@ -665,8 +663,6 @@ bool checkTypMinMax(std::vector<std::string> const& values, int line, std::strin
         } else if (i == 0 && n.kind == Number::NotAvailable) {
             addError(findings, line, what + " typ is NA; only min and max may be");
             good = false;
-        } else if (i == 0 && typ != nullptr) {
-            *typ = n.value;
         }
     }
     return good;

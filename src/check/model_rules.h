@@ -27,9 +27,9 @@ struct ModelContext {
 void checkModel(ibis::Model const& model, ModelContext const& context, std::vector<Finding>& findings);
 
 // "typ min max" values: three, typ a number, min and max numbers or NA.
-// False, with findings at line, when they are not; typ gets the typ value.
+// False, with findings at line, when they are not.
 bool checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what,
-                    std::vector<Finding>& findings, double* typ = nullptr);
+                    std::vector<Finding>& findings);
 
 // The Model_type as IBIS spells it ("I/O", "3-state"), matched in any case;
 // empty for a block without one or with a value that is no model type.

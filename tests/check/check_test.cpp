@@ -286,6 +286,12 @@ TEST(Check, MasterFileRules)
         {{{"| End [Model] " + model + "\n", ""}},
          {"f:35: error: no line holding \"[Model]\" follows [Model] " + model +
           "; its copy runs to the end of the file and takes [End] (line 39) along into the design file"}},
+        {{{"| End [Model] " + model + "\n[End]\n", ""}},
+         {"f:35: error: no line holding \"[Model]\" follows [Model] " + model + "; its copy runs to the end of the file"}},
+        {{{"5.0", "4.1"}, {"[End]", "[Model] a234567890b234567890c\nModel_type Input\nC_comp 1p 1p 1p\n"
+                                    "[Voltage Range] 1 1 1\n| End [Model] a234567890b234567890c\n[End]"}},
+         {"f:40: error: [Model] name \"a234567890b234567890c\" has 21 characters; at most 20",
+          "f:40: warning: [Model] a234567890b234567890c is not listed under [Pin]; no design can use it"}},
         {{{"| End [Model] " + model + "\n", "[Model Selector] sel\n" + model + " x\n| End [Model] " + model + "\n"}},
          {"f:35: error: the copy of [Model] " + model + " ends only at line 41 and takes [Model Selector] (line 39) "
           "along into the design file"}},
