@@ -88,6 +88,12 @@ std::string joinedFields(std::vector<std::string> const& fields)
     return text;
 }
 
+void sortByLine(std::vector<Finding>& findings)
+{
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+}
+
 void addError(std::vector<Finding>& findings, int line, std::string text)
 {
     findings.push_back({line, Severity::Error, std::move(text)});

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "check/ibis_check.h"
+#include "ibis/line_source.h"
 
 namespace ibischeck {
 
@@ -31,6 +32,24 @@ std::string visible(std::string_view text);
 std::string shown(std::string_view text);
 // Fields joined by one blank.
 std::string joinedFields(std::vector<std::string> const& fields);
+
+// Findings in line order; those of one line keep the order they came in.
+void sortByLine(std::vector<Finding>& findings);
+
+// Feeds each line of the stream to check, then ends it with the number of
+// lines read: for a check with feed(line) and finish(lines).
+template <class Check>
+std::vector<Finding> checkLines(std::istream& in, Check& check)
+{
+    ibis::LineSource source(in);
+    ibis::Line line;
+    int lines = 0;
+    while (source.next(line)) {
+        check.feed(line);
+        lines = line.number;
+    }
+    return check.finish(lines);
+}
 
 void addError(std::vector<Finding>& findings, int line, std::string text);
 void addWarning(std::vector<Finding>& findings, int line, std::string text);

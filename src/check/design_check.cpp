@@ -351,8 +351,7 @@ std::vector<Finding> DesignCheck::finish(int lines)
                 addError(_findings, _first["package"], std::string("[Package] has no ") + value + " line");
     checkPins();
     checkSelectors();
-    std::stable_sort(_findings.begin(), _findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+    sortByLine(_findings);
     return std::move(_findings);
 }
 
@@ -361,14 +360,7 @@ std::vector<Finding> DesignCheck::finish(int lines)
 std::vector<Finding> checkDesignFile(std::istream& in, std::string const& fileName)
 {
     DesignCheck check(fileName);
-    ibis::LineSource source(in);
-    ibis::Line line;
-    int lines = 0;
-    while (source.next(line)) {
-        check.feed(line);
-        lines = line.number;
-    }
-    return check.finish(lines);
+    return checkLines(in, check);
 }
 
 std::vector<Finding> checkDesignFile(std::string const& text, std::string const& fileName)

@@ -434,22 +434,14 @@ std::vector<Finding> MasterCheck::finishFrame(int lines)
                      "model " + visible(name) +
                          " is listed under [Pin] but has no [Model] block; a design that uses it gets an empty one");
 
-    std::stable_sort(_findings.begin(), _findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+    sortByLine(_findings);
     return std::move(_findings);
 }
 
 std::vector<Finding> checkMasterFile(std::istream& in, std::string const& family)
 {
     MasterCheck check(family);
-    ibis::LineSource source(in);
-    ibis::Line line;
-    int lines = 0;
-    while (source.next(line)) {
-        check.feed(line);
-        lines = line.number;
-    }
-    return check.finish(lines);
+    return checkLines(in, check);
 }
 
 std::vector<Finding> checkMasterFile(std::string const& text, std::string const& family)

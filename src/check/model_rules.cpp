@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "check/check_text.h"
+#include "ibis/ibis_syntax.h"
 
 namespace ibischeck {
 
@@ -69,19 +70,10 @@ ModelType const kModelTypes[] = {
     {"3-state_diff", Diff | Drives | Enables},
 };
 
-bool sameWord(std::string const& a, char const* b)
-{
-    std::size_t i = 0;
-    for (; i < a.size() && b[i] != '\0'; ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return i == a.size() && b[i] == '\0';
-}
-
 ModelType const* findType(std::string const& value)
 {
     for (ModelType const& type : kModelTypes)
-        if (sameWord(value, type.name))
+        if (ibis::sameWord(value, type.name))
             return &type;
     return nullptr;
 }
@@ -293,10 +285,10 @@ void ModelRules::checkSubParameter(SubParameter const& sub)
         else
             _flags = _type->flags;
     } else if (lower == "polarity") {
-        if (!sameWord(value, "Non-Inverting") && !sameWord(value, "Inverting"))
+        if (!ibis::sameWord(value, "Non-Inverting") && !ibis::sameWord(value, "Inverting"))
             error(sub.line, "Polarity " + shown(joinedFields(sub.values)) + " is neither Non-Inverting nor Inverting");
     } else if (lower == "enable") {
-        if (!sameWord(value, "Active-High") && !sameWord(value, "Active-Low"))
+        if (!ibis::sameWord(value, "Active-High") && !ibis::sameWord(value, "Active-Low"))
             error(sub.line, "Enable " + shown(joinedFields(sub.values)) + " is neither Active-High nor Active-Low");
     } else if (lower == "vinl" || lower == "vinh") {
         double v = 0;
@@ -413,7 +405,7 @@ void ModelRules::checkTable(Section const& section, bool waveform)
     char const* const index = waveform ? "time" : "voltage";
     if (!waveform)
         for (Item const& item : section.items)
-            if (!(section.key == "series mosfet" && sameWord(subParameter(item).name, "Vds")))
+            if (!(section.key == "series mosfet" && ibis::sameWord(subParameter(item).name, "Vds")))
                 error(item.line, what + " line " + shown(item.fields[0]) + " is not a row of numbers");
 
     std::size_t const rows = section.rows.size();
@@ -589,9 +581,9 @@ void ModelRules::checkSubmodel(Section const& section)
             continue;
         }
         std::string const& mode = item.fields[1];
-        bool const driving = sameWord(mode, "Driving");
-        bool const nonDriving = sameWord(mode, "Non-Driving");
-        if (!driving && !nonDriving && !sameWord(mode, "All"))
+        bool const driving = ibis::sameWord(mode, "Driving");
+        bool const nonDriving = ibis::sameWord(mode, "Non-Driving");
+        if (!driving && !nonDriving && !ibis::sameWord(mode, "All"))
             error(item.line, "[Add Submodel] mode " + shown(mode) + " is not Driving, Non-Driving or All");
         else if (_type != nullptr && driving && (_flags & Drives) == 0)
             error(item.line, "[Add Submodel] mode Driving in a model of type " + typeShown());

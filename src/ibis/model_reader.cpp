@@ -9,17 +9,6 @@ namespace ibis {
 
 namespace {
 
-bool sameWord(std::string_view a, std::string_view b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) !=
-            std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
-}
-
 // A line of words starts with a letter and its first field is not "NA";
 // anything else under a keyword is a row of numbers (read, and judged, as
 // numbers).
