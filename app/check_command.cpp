@@ -51,6 +51,27 @@ bool readWhole(std::string const& path, std::string& text)
     return true;
 }
 
+// An IBIS file, read line by line; false, after saying so, when it cannot
+// be read.
+bool checkIbisFile(std::string const& path, bool master, std::string const& family,
+                   std::vector<ibischeck::Finding>& findings)
+{
+    bool read = false;
+    if (master) {
+        read = ibischeck::checkMasterPath(path, family, findings);
+    } else {
+        std::ifstream in(path, std::ios::binary);
+        if (in)
+            findings = ibischeck::checkDesignFile(in, baseName(path));
+        read = in.is_open() && !in.bad();
+    }
+    if (!read) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
+    }
+    return read;
+}
+
 struct Counts {
     int files = 0, errors = 0, warnings = 0;
 
@@ -108,21 +129,24 @@ int runCheckCommand(int argc, char const* const* argv)
     std::vector<ibischeck::AmiTemplate> templates;
     std::vector<std::vector<ibischeck::Finding>> ownFindings;
     for (std::string const& path : files) {
-        std::string text;
-        if (!readWhole(path, text)) {
+        std::vector<ibischeck::Finding> findings;
+        if (isAmiFile(path) || !channels.empty()) {
+            std::string text;
+            if (!readWhole(path, text)) {
+                unreadable = true;
+                continue;
+            }
+            findings = ibischeck::checkAmiFile(text);
+            if (!channels.empty()) {
+                templates.push_back({path, text});
+                ownFindings.push_back(std::move(findings));
+                continue;
+            }
+        } else if (!checkIbisFile(path, master, family, findings)) {
             unreadable = true;
             continue;
         }
-        std::vector<ibischeck::Finding> findings =
-            isAmiFile(path) || !channels.empty() ? ibischeck::checkAmiFile(text)
-            : master                             ? ibischeck::checkMasterFile(text, family)
-                                                 : ibischeck::checkDesignFile(text, baseName(path));
-        if (channels.empty())
-            counts.print(path, findings);
-        else {
-            templates.push_back({path, text});
-            ownFindings.push_back(std::move(findings));
-        }
+        counts.print(path, findings);
     }
     // The channels file first, when all its templates could be read, then
     // the templates themselves.

@@ -10,8 +10,8 @@
 #
 # Environment: CXX (default clang++), JOBS (parallel runs, default 2),
 # FUZZ_TARGETS (default all: pad master ami channels ami_check
-# channels_check), FUZZ_FLAGS (extra
-# libFuzzer flags).
+# channels_check design_check master_check), FUZZ_FLAGS (extra libFuzzer
+# flags).
 set -eu
 seconds=${1:-60}
 here=$(cd "$(dirname "$0")" && pwd)
@@ -21,7 +21,7 @@ work=$here/corpus-work
 findings=$here/findings
 cxx=${CXX:-clang++}
 jobs=${JOBS:-2}
-targets=${FUZZ_TARGETS:-pad master ami channels ami_check channels_check}
+targets=${FUZZ_TARGETS:-pad master ami channels ami_check channels_check design_check master_check}
 
 command -v "$cxx" >/dev/null || { echo "fuzz/run.sh: $cxx not found" >&2; exit 2; }
 mkdir -p "$build/obj" "$work" "$findings"
@@ -50,7 +50,7 @@ done
 # Seed corpora: the committed seeds and the example files, the master
 # ones behind a flag byte (0x00 the demo family, 0xC8 the table-driven one).
 seed() { mkdir -p "$work/$1"; cp "$2" "$work/$1/$3"; }
-mkdir -p "$work/pad" "$work/master" "$work/ami" "$work/channels"
+mkdir -p "$work/pad" "$work/master" "$work/ami" "$work/channels" "$work/design_check" "$work/master_check"
 for t in $targets; do
     [ -d "$here/seeds/$t" ] && cp "$here/seeds/$t"/* "$work/$t/" 2>/dev/null || true
 done
@@ -80,6 +80,15 @@ done
 { cat "$root/examples/serdes/channels.txt"
   for f in "$root"/examples/serdes/*.ami; do printf '%%%%\n'; cat "$f"; done
 } > "$work/channels_check/ex-channels-templates"
+# The checkers: design files the whole-run tests expect, and the masters
+# (behind a byte that picks the family word: 0x01 is KVA3).
+for f in "$root"/tests/writer/data/*.ibs.expected "$root"/examples/serdes/*.ibs; do
+    [ -f "$f" ] && seed design_check "$f" "ex-$(basename "$f")"
+done
+for f in "$root"/examples/*.ibs "$root"/tests/*/data/*.ibs; do
+    [ -f "$f" ] || continue
+    printf '\001' > "$work/master_check/ex-$(basename "$f")" && cat "$f" >> "$work/master_check/ex-$(basename "$f")"
+done
 
 # Runs, JOBS at a time.
 run_one() {

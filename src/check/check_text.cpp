@@ -2,22 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 
 namespace ibischeck {
-
-std::vector<std::string> splitLines(std::string const& text)
-{
-    std::vector<std::string> lines;
-    std::string::size_type start = 0;
-    while (start < text.size()) {
-        std::string::size_type end = text.find('\n', start);
-        if (end == std::string::npos)
-            end = text.size();
-        lines.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return lines;
-}
 
 std::vector<std::string> tokensOf(std::string const& line)
 {
@@ -59,17 +46,6 @@ bool isComment(std::string const& line)
     return !text.empty() && text[0] == '|';
 }
 
-std::string keywordOf(std::string const& line)
-{
-    std::string::size_type const close = line.find(']');
-    if (line.empty() || line[0] != '[' || close == std::string::npos)
-        return "";
-    std::string keyword = line.substr(0, close + 1);
-    for (char& c : keyword)
-        c = c == '_' ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return keyword;
-}
-
 std::string keywordArgument(std::string const& line)
 {
     std::vector<std::string> tokens = tokensOf(line.substr(line.find(']') + 1));
@@ -79,7 +55,43 @@ std::string keywordArgument(std::string const& line)
 bool isReservedModel(std::string const& name)
 {
     std::string const upper = upperCase(name);
-    return upper == "POWER" || upper == "GND" || upper == "NC";
+    return upper == "POWER" || upper == "GND" || upper == "NC" || upper == "CIRCUITCALL";
+}
+
+std::string visible(std::string_view text)
+{
+    std::string out;
+    out.reserve(text.size());
+    for (char c : text) {
+        unsigned char const byte = static_cast<unsigned char>(c);
+        if (byte >= 0x20 && byte <= 0x7e) {
+            out += c;
+        } else {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\x%02X", byte);
+            out += escaped;
+        }
+    }
+    return out;
+}
+
+std::string shown(std::string_view text)
+{
+    return "\"" + visible(text) + "\"";
+}
+
+std::string joinedFields(std::vector<std::string> const& fields)
+{
+    std::string text;
+    for (std::string const& field : fields)
+        text += (text.empty() ? "" : " ") + field;
+    return text;
+}
+
+void sortByLine(std::vector<Finding>& findings)
+{
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
 }
 
 void addError(std::vector<Finding>& findings, int line, std::string text)

@@ -1,173 +1,372 @@
-// What a simulator needs of a design IBIS file.
+// What a simulator needs of a design IBIS file, read line by line: the
+// frame of keywords, the package, pin and differential pin rows, model
+// selectors, and what stands inside each [Model].
 
 #include <algorithm>
 #include <cstdio>
+#include <istream>
 #include <map>
 #include <set>
+#include <sstream>
 
 #include "check/check_text.h"
+#include "check/model_rules.h"
+#include "ibis/ibis_syntax.h"
+#include "ibis/line_source.h"
+#include "ibis/model_reader.h"
 
 namespace ibischeck {
 
 namespace {
 
-const std::size_t kDesignLineWidth = 120;
 const std::size_t kFileNameStem = 40;
+const std::size_t kSignalName = 40;
 
-// The lines of the section that starts at the keyword line `at`, up to the
-// next keyword line: their indexes, comment and empty lines left out.
-std::vector<std::size_t> sectionRows(std::vector<std::string> const& lines, std::size_t at)
+struct PinRow {
+    int line;
+    std::string pin, model;
+};
+
+struct Selector {
+    std::string name;
+    int line;
+    std::vector<std::pair<int, std::string>> entries; // line, model
+};
+
+struct ModelSeen {
+    int line;
+    std::string type;
+};
+
+// Keywords of the component that parsers read only ahead of its selectors.
+bool isComponentKeyword(std::string const& key)
 {
-    std::vector<std::size_t> rows;
-    for (std::size_t i = at + 1; i < lines.size() && keywordOf(lines[i]).empty(); ++i)
-        if (!isComment(lines[i]) && !tokensOf(lines[i]).empty())
-            rows.push_back(i);
-    return rows;
+    static char const* const keys[] = {"manufacturer", "package",      "pin",          "package model",
+                                       "pin mapping",  "diff pin",     "series pin mapping",
+                                       "series switch groups", "node names", "die supply pads",
+                                       "bus label",    "repeater pin", "alternate package models"};
+    for (char const* k : keys)
+        if (key == k)
+            return true;
+    return false;
 }
 
-void checkBytesAndWidth(std::vector<std::string> const& lines, std::vector<Finding>& findings)
-{
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        std::string const& line = lines[i];
-        for (std::size_t column = 0; column < line.size(); ++column) {
-            unsigned char const c = static_cast<unsigned char>(line[column]);
-            if ((c < 0x20 || c > 0x7e) && c != '\t') {
-                char text[96];
-                std::snprintf(text, sizeof text,
-                              "byte 0x%02X in column %zu is not printable ASCII", c, column + 1);
-                addError(findings, static_cast<int>(i + 1), text);
-                break;
-            }
-        }
-        if (line.size() > kDesignLineWidth)
-            addWarning(findings, static_cast<int>(i + 1),
-                       "line of " + std::to_string(line.size()) +
-                           " characters; IBIS lines keep within 120");
+class DesignCheck {
+public:
+    explicit DesignCheck(std::string const& fileName)
+        : _fileName(fileName), _reader([this](ibis::Model const& model) { modelRead(model); })
+    {
     }
+
+    void feed(ibis::Line const& line);
+    std::vector<Finding> finish(int lines);
+
+private:
+    void checkBytesAndWidth(ibis::Line const& line);
+    void keyword(ibis::Line const& line, std::string const& key);
+    void row(ibis::Line const& line);
+    void checkFileName(std::string_view rest, int number);
+    void modelRead(ibis::Model const& model);
+    void checkPins();
+    void checkSelectors();
+
+    std::string _fileName;
+    std::vector<Finding> _findings;
+    ibis::CommentChar _comment;
+    ibis::ModelReader _reader;
+    std::vector<std::string_view> _fields;
+    ModelContext _context;
+
+    std::map<std::string, int> _first; // keyword to its first line
+    std::string _firstKey, _lastKey, _section;
+    int _firstKeyLine = 0, _lastKeyLine = 0;
+    bool _firstOfSection = false; // the section is the keyword's first
+    int _selectorLine = 0;        // the first [Model Selector]
+    int _endLine = 0;             // [End]
+    bool _afterEndWarned = false;
+
+    std::set<std::string> _packageValues;
+    std::vector<PinRow> _pinRows;
+    std::size_t _pinColumns = 0; // column names on the [Pin] line
+    std::set<std::string> _pins;
+    std::vector<std::pair<int, std::vector<std::string>>> _diffRows;
+    std::vector<Selector> _selectors;
+    std::map<std::string, ModelSeen> _models;
+    std::set<std::string> _submodels;
+    std::vector<std::pair<int, std::string>> _submodelUses;
+};
+
+void DesignCheck::checkBytesAndWidth(ibis::Line const& line)
+{
+    std::string_view const text = line.text;
+    for (std::size_t column = 0; column < text.size(); ++column) {
+        unsigned char const c = static_cast<unsigned char>(text[column]);
+        if ((c < 0x20 || c > 0x7e) && c != '\t') {
+            char message[96];
+            std::snprintf(message, sizeof message, "byte 0x%02X in column %zu is not printable ASCII", c, column + 1);
+            addError(_findings, line.number, message);
+            break;
+        }
+    }
+    std::size_t const width = _context.version < 4.1 ? 80 : 120;
+    if (line.length > width)
+        addError(_findings, line.number,
+                 "line of " + std::to_string(line.length) + " characters; IBIS lines keep within " +
+                     std::to_string(width) + (width == 80 ? " before IBIS 4.1" : ""));
 }
 
-void checkFileName(std::string const& line, int number, std::string const& fileName,
-                   std::vector<Finding>& findings)
+void DesignCheck::checkFileName(std::string_view rest, int number)
 {
-    std::string const named = keywordArgument(line);
-    if (named != fileName)
-        addError(findings, number, "[File Name] says \"" + named + "\" but the file is \"" +
-                                       fileName + "\"");
+    ibis::splitFields(rest, _comment.current(), _fields);
+    std::string const named = _fields.empty() ? "" : std::string(_fields[0]);
+    if (named != _fileName)
+        addError(_findings, number, "[File Name] says " + shown(named) + " but the file is " + shown(_fileName));
     std::string lower = named;
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     if (lower != named)
-        addError(findings, number, "[File Name] \"" + named + "\" is not in lower case");
+        addError(_findings, number, "[File Name] " + shown(named) + " is not in lower case");
     std::string const stem = named.substr(0, named.rfind('.'));
     if (stem.size() > kFileNameStem)
-        addError(findings, number, "[File Name] base name of " + std::to_string(stem.size()) +
-                                       " characters; at most 40");
+        addError(_findings, number,
+                 "[File Name] base name of " + std::to_string(stem.size()) + " characters; at most 40");
 }
 
-} // namespace
-
-std::vector<Finding> checkDesignFile(std::string const& text, std::string const& fileName)
+void DesignCheck::keyword(ibis::Line const& line, std::string const& key)
 {
-    std::vector<Finding> findings;
-    std::vector<std::string> const lines = splitLines(text);
-    int const lastLine = std::max<int>(1, static_cast<int>(lines.size()));
-    checkBytesAndWidth(lines, findings);
-
-    std::vector<std::size_t> keywords;
-    std::map<std::string, std::size_t> first; // keyword to its first line
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        std::string const keyword = keywordOf(lines[i]);
-        if (keyword.empty())
-            continue;
-        keywords.push_back(i);
-        first.emplace(keyword, i);
+    if (_firstKeyLine == 0) {
+        _firstKeyLine = line.number;
+        _firstKey = key;
     }
-    if (keywords.empty() || keywordOf(lines[keywords.front()]) != "[ibis ver]")
-        addError(findings, keywords.empty() ? 1 : static_cast<int>(keywords.front() + 1),
-                 "the first keyword is not [IBIS Ver]");
-    if (keywords.empty() || keywordOf(lines[keywords.back()]) != "[end]")
-        addError(findings, keywords.empty() ? lastLine : static_cast<int>(keywords.back() + 1),
-                 "the last keyword is not [End]");
+    _lastKeyLine = line.number;
+    _lastKey = key;
+    _section = key;
+    _firstOfSection = _first.emplace(key, line.number).second;
+    std::string_view const rest = ibis::keywordRest(line.text);
+    if (_selectorLine != 0 && isComponentKeyword(key))
+        addWarning(_findings, line.number,
+                   std::string(ibis::keywordShown(line.text)) + " stands behind [Model Selector] (line " +
+                       std::to_string(_selectorLine) + "); parsers read component keywords only ahead of selectors");
+    if (!_firstOfSection && key != "model selector" && key != "submodel")
+        return;
+    ibis::splitFields(rest, _comment.current(), _fields);
+    std::string const first = _fields.empty() ? "" : std::string(_fields[0]);
+    if (key == "ibis ver") {
+        double const version = ibisVersion(first);
+        if (version == 0)
+            addError(_findings, line.number, "[IBIS Ver] " + shown(first) + " is not an IBIS version");
+        else
+            _context.version = version;
+    } else if (key == "file name") {
+        checkFileName(rest, line.number);
+    } else if (key == "pin") {
+        _pinColumns = _fields.size();
+    } else if (key == "model selector") {
+        if (_selectorLine == 0)
+            _selectorLine = line.number;
+        _selectors.push_back(Selector{first, line.number, {}});
+    } else if (key == "submodel") {
+        _submodels.insert(first);
+    } else if (key == "end") {
+        _endLine = line.number;
+    }
+}
+
+void DesignCheck::row(ibis::Line const& line)
+{
+    if (_endLine != 0 && !_afterEndWarned) {
+        _afterEndWarned = true;
+        addWarning(_findings, line.number, "text behind [End]; parsers read nothing there");
+    }
+    if (_section == "model selector" && !_selectors.empty()) {
+        ibis::splitFields(line.text, _comment.current(), _fields);
+        _selectors.back().entries.emplace_back(line.number, std::string(_fields[0]));
+        if (_fields.size() < 2)
+            addWarning(_findings, line.number,
+                       "[Model Selector] entry " + visible(_fields[0]) + " has no description");
+        return;
+    }
+    if (!_firstOfSection || (_section != "package" && _section != "pin" && _section != "diff pin"))
+        return;
+    ibis::splitFields(line.text, _comment.current(), _fields);
+    std::string const first(_fields[0]);
+    if (_section == "package") {
+        std::string const value = upperCase(first);
+        _packageValues.insert(value);
+        if (value == "R_PKG" || value == "L_PKG" || value == "C_PKG")
+            checkTypMinMax(std::vector<std::string>(_fields.begin() + 1, _fields.end()), line.number, first,
+                           _findings);
+    } else if (_section == "pin") {
+        _pins.insert(first);
+        if (_fields.size() < 3) {
+            addError(_findings, line.number, "pin " + visible(first) + " has no model column");
+            return;
+        }
+        _pinRows.push_back(PinRow{line.number, first, std::string(_fields[2])});
+        if (_fields[1].size() > kSignalName)
+            addWarning(_findings, line.number,
+                       "signal name of pin " + visible(first) + " has " + std::to_string(_fields[1].size()) +
+                           " characters; at most 40");
+        if (_fields.size() != 3 && _fields.size() != 6)
+            addWarning(_findings, line.number,
+                       "pin " + visible(first) + " row has " + std::to_string(_fields.size()) +
+                           " columns; a row has 3, or 6 with R_pin, L_pin and C_pin");
+        else if (_fields.size() == 6 && _pinColumns < 5)
+            addWarning(_findings, line.number,
+                       "pin " + visible(first) + " row has R_pin, L_pin and C_pin, which the [Pin] line does not name");
+    } else {
+        std::vector<std::string> tokens(_fields.begin(), _fields.end());
+        _diffRows.emplace_back(line.number, std::move(tokens));
+    }
+}
+
+void DesignCheck::modelRead(ibis::Model const& model)
+{
+    checkModel(model, _context, _findings);
+    auto const first = _models.emplace(model.name, ModelSeen{model.line, modelTypeOf(model)});
+    if (!first.second)
+        addError(_findings, model.line,
+                 "[Model] " + visible(model.name) + " stands twice (first at line " +
+                     std::to_string(first.first->second.line) + ")");
+    for (ibis::Section const& section : model.sections)
+        if (section.key == "add submodel")
+            for (ibis::Item const& item : section.items)
+                _submodelUses.emplace_back(item.line, item.fields[0]);
+}
+
+void DesignCheck::feed(ibis::Line const& line)
+{
+    checkBytesAndWidth(line);
+    _reader.feed(line, _comment.current());
+    if (ibis::isKeywordLine(line.text)) {
+        std::string const key = ibis::keywordKey(line.text);
+        keyword(line, key);
+        if (key == "comment char")
+            _comment.change(ibis::keywordRest(line.text));
+    } else if (!ibis::isBlankOrComment(line.text, _comment.current())) {
+        row(line);
+    }
+}
+
+void DesignCheck::checkPins()
+{
+    for (PinRow const& row : _pinRows) {
+        if (isReservedModel(row.model))
+            continue;
+        auto const model = _models.find(row.model);
+        bool const selector = std::any_of(_selectors.begin(), _selectors.end(),
+                                          [&](Selector const& s) { return s.name == row.model; });
+        if (model == _models.end() && !selector)
+            addError(_findings, row.line,
+                     "model " + visible(row.model) + " of pin " + visible(row.pin) + " has no [Model] block");
+        else if (model != _models.end() && isSeriesType(model->second.type))
+            addWarning(_findings, row.line,
+                       "pin " + visible(row.pin) + " names a model of type " + model->second.type +
+                           "; series models belong under [Series Pin Mapping]");
+    }
+    std::set<std::string> paired;
+    for (auto const& [line, tokens] : _diffRows) {
+        if (tokens.size() < 3)
+            addError(_findings, line, "[Diff pin] row without pin, inv_pin and vdiff");
+        for (std::size_t t = 0; t < 2 && t < tokens.size(); ++t)
+            if (_pins.count(tokens[t]) == 0)
+                addError(_findings, line, "[Diff pin] pin " + visible(tokens[t]) + " is not under [Pin]");
+        if (tokens.size() >= 2 && tokens[0] == tokens[1])
+            addWarning(_findings, line, "[Diff pin] pin " + visible(tokens[0]) + " pairs with itself");
+        if (!paired.insert(tokens[0]).second)
+            addWarning(_findings, line, "[Diff pin] pin " + visible(tokens[0]) + " heads a second pair");
+    }
+    for (auto const& [line, name] : _submodelUses)
+        if (_submodels.count(name) == 0)
+            addWarning(_findings, line, "[Add Submodel] " + visible(name) + " has no [Submodel] block in the file");
+}
+
+void DesignCheck::checkSelectors()
+{
+    std::set<std::string> names;
+    for (Selector const& selector : _selectors) {
+        std::string const name = "[Model Selector] " + visible(selector.name);
+        if (!names.insert(selector.name).second)
+            addWarning(_findings, selector.line, name + " stands twice");
+        if (_models.count(selector.name) != 0)
+            addWarning(_findings, selector.line,
+                       name + " has the name of a [Model]; a [Pin] row that names it is ambiguous");
+        std::size_t const width = _context.version < 4.2 ? 20 : 40;
+        if (selector.name.size() > width)
+            addError(_findings, selector.line,
+                     name + " has a name of " + std::to_string(selector.name.size()) + " characters; at most " +
+                         std::to_string(width));
+        if (selector.entries.empty())
+            addError(_findings, selector.line, name + " has no entries");
+        std::set<std::string> entries;
+        std::string firstType, firstEntry;
+        for (auto const& lineAndEntry : selector.entries) {
+            int const line = lineAndEntry.first;
+            std::string const& entry = lineAndEntry.second;
+            if (!entries.insert(entry).second)
+                addWarning(_findings, line, name + " lists " + visible(entry) + " twice");
+            auto const model = _models.find(entry);
+            if (model == _models.end()) {
+                bool const isSelector = std::any_of(_selectors.begin(), _selectors.end(),
+                                                    [&](Selector const& s) { return s.name == entry; });
+                addError(_findings, line,
+                         name + " entry " + visible(entry) +
+                             (isSelector ? " is a [Model Selector]; entries name [Model] blocks"
+                                         : " has no [Model] block"));
+                continue;
+            }
+            std::string const& type = model->second.type;
+            if (firstEntry.empty()) {
+                firstEntry = entry;
+                firstType = type;
+            } else if (type != firstType) {
+                addWarning(_findings, line,
+                           name + " mixes model types: " + visible(entry) + " is " + (type.empty() ? "untyped" : type) +
+                               ", " + visible(firstEntry) + " is " + (firstType.empty() ? "untyped" : firstType));
+            }
+        }
+    }
+}
+
+std::vector<Finding> DesignCheck::finish(int lines)
+{
+    _reader.finish();
+    int const lastLine = std::max(1, lines);
+    if (_firstKey != "ibis ver")
+        addError(_findings, _firstKeyLine == 0 ? 1 : _firstKeyLine, "the first keyword is not [IBIS Ver]");
+    if (_lastKey != "end")
+        addError(_findings, _lastKeyLine == 0 ? lastLine : _lastKeyLine, "the last keyword is not [End]");
 
     struct Needed {
         char const* keyword;
         char const* shown;
-    } const needed[] = {{"[file name]", "[File Name]"}, {"[component]", "[Component]"},
-                        {"[manufacturer]", "[Manufacturer]"}, {"[package]", "[Package]"},
-                        {"[pin]", "[Pin]"}};
+    } const needed[] = {{"file name", "[File Name]"},       {"file rev", "[File Rev]"}, {"component", "[Component]"},
+                        {"manufacturer", "[Manufacturer]"}, {"package", "[Package]"},   {"pin", "[Pin]"}};
     for (Needed const& n : needed)
-        if (first.count(n.keyword) == 0)
-            addError(findings, lastLine, std::string("no ") + n.shown + " keyword");
-    if (first.count("[file name]") != 0)
-        checkFileName(lines[first["[file name]"]], static_cast<int>(first["[file name]"] + 1),
-                      fileName, findings);
-
-    if (first.count("[package]") != 0) {
-        std::set<std::string> values;
-        for (std::size_t row : sectionRows(lines, first["[package]"]))
-            values.insert(upperCase(tokensOf(lines[row])[0]));
+        if (_first.count(n.keyword) == 0)
+            addError(_findings, lastLine, std::string("no ") + n.shown + " keyword");
+    if (_first.count("package") != 0)
         for (char const* value : {"R_pkg", "L_pkg", "C_pkg"})
-            if (values.count(upperCase(value)) == 0)
-                addError(findings, static_cast<int>(first["[package]"] + 1),
-                         std::string("[Package] has no ") + value + " line");
-    }
+            if (_packageValues.count(upperCase(value)) == 0)
+                addError(_findings, _first["package"], std::string("[Package] has no ") + value + " line");
+    checkPins();
+    checkSelectors();
+    sortByLine(_findings);
+    return std::move(_findings);
+}
 
-    // Models: each name once, each with its Model_type.
-    std::set<std::string> models;
-    std::map<std::string, std::size_t> modelLine;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        std::string const keyword = keywordOf(lines[i]);
-        if (keyword == "[model selector]")
-            models.insert(keywordArgument(lines[i]));
-        if (keyword != "[model]")
-            continue;
-        std::string const name = keywordArgument(lines[i]);
-        if (modelLine.count(name) != 0)
-            addError(findings, static_cast<int>(i + 1),
-                     "[Model] " + name + " stands twice (first at line " +
-                         std::to_string(modelLine[name] + 1) + ")");
-        modelLine.emplace(name, i);
-        models.insert(name);
-        bool typed = false;
-        for (std::size_t j = i + 1; j < lines.size(); ++j) {
-            std::string const next = keywordOf(lines[j]);
-            if (next == "[model]" || next == "[end]")
-                break;
-            std::vector<std::string> tokens = tokensOf(lines[j]);
-            typed = typed || (!tokens.empty() && upperCase(tokens[0]) == "MODEL_TYPE");
-        }
-        if (!typed)
-            addError(findings, static_cast<int>(i + 1), "[Model] " + name + " has no Model_type");
-    }
+} // namespace
 
-    std::set<std::string> pins;
-    if (first.count("[pin]") != 0) {
-        for (std::size_t row : sectionRows(lines, first["[pin]"])) {
-            std::vector<std::string> tokens = tokensOf(lines[row]);
-            pins.insert(tokens[0]);
-            if (tokens.size() < 3)
-                addError(findings, static_cast<int>(row + 1),
-                         "pin " + tokens[0] + " has no model column");
-            else if (models.count(tokens[2]) == 0 && !isReservedModel(tokens[2]))
-                addError(findings, static_cast<int>(row + 1),
-                         "model " + tokens[2] + " of pin " + tokens[0] + " has no [Model] block");
-        }
-    }
-    if (first.count("[diff pin]") != 0) {
-        for (std::size_t row : sectionRows(lines, first["[diff pin]"])) {
-            std::vector<std::string> tokens = tokensOf(lines[row]);
-            if (tokens.size() < 3)
-                addError(findings, static_cast<int>(row + 1),
-                         "[Diff pin] row without pin, inv_pin and vdiff");
-            for (std::size_t t = 0; t < 2 && t < tokens.size(); ++t)
-                if (pins.count(tokens[t]) == 0)
-                    addError(findings, static_cast<int>(row + 1),
-                             "[Diff pin] pin " + tokens[t] + " is not under [Pin]");
-        }
-    }
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
-    return findings;
+std::vector<Finding> checkDesignFile(std::istream& in, std::string const& fileName)
+{
+    DesignCheck check(fileName);
+    return checkLines(in, check);
+}
+
+std::vector<Finding> checkDesignFile(std::string const& text, std::string const& fileName)
+{
+    std::istringstream in(text);
+    return checkDesignFile(in, fileName);
 }
 
 } // namespace ibischeck

@@ -5,6 +5,7 @@
 // what the generator's readers rely on in a master IBIS file. It reads text
 // and returns findings; printing them is the caller's business.
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -18,14 +19,21 @@ struct Finding {
     std::string text;
 };
 
-// Checks a design IBIS file; fileName is the name the file has on disk,
-// without its directory.
+// Checks a design IBIS file, read line by line; fileName is the name the
+// file has on disk, without its directory. Findings come in line order. A
+// stream that fails ends the reading (in.bad() tells).
+std::vector<Finding> checkDesignFile(std::istream& in, std::string const& fileName);
 std::vector<Finding> checkDesignFile(std::string const& text, std::string const& fileName);
 
-// Checks a master IBIS file. With a family word ("KVA3") or a part type
+// Checks a master IBIS file, read line by line, for what the generator
+// makes of it. With a family word ("KVA3") or a part type
 // ("KVA3-40E-6BG256C"), also that the naming tables the generator needs for
 // that family are all there before the point where it stops reading them.
+std::vector<Finding> checkMasterFile(std::istream& in, std::string const& family = "");
 std::vector<Finding> checkMasterFile(std::string const& text, std::string const& family = "");
+// The same for the file at path, with the same findings; a large file is
+// read in two parts at once. False when the file cannot be read.
+bool checkMasterPath(std::string const& path, std::string const& family, std::vector<Finding>& findings);
 
 // Checks an AMI parameter file (.ami) by the rules of the AMI parameter
 // tree: what a simulator asks of it.

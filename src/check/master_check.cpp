@@ -1,12 +1,18 @@
-// What the generator's readers rely on in a master IBIS file: line lengths,
-// the component line, the package blocks, the model list under [Pin] and
-// the model blocks.
+// What the generator's readers rely on in a master IBIS file, read line by
+// line: line lengths, the naming tables, the component line, the package
+// blocks, the model list under [Pin], where the copy of each model block
+// ends, and what stands inside each block. Each finding is graded by what
+// the generator then writes or does.
+
+#include "check/master_check.h"
 
 #include <algorithm>
-#include <map>
-#include <set>
+#include <cstring>
+#include <istream>
+#include <sstream>
 
-#include "check/check_text.h"
+#include "check/model_rules.h"
+#include "ibis/ibis_syntax.h"
 
 namespace ibischeck {
 
@@ -17,170 +23,431 @@ namespace {
 const std::size_t kNamingLineLimit = 254;
 const std::size_t kCopyLineLimit = 255;
 
-bool holds(std::string const& line, char const* text)
+bool holds(std::string_view line, char const* text)
 {
-    return line.find(text) != std::string::npos;
+    return line.find(text) != std::string_view::npos;
 }
 
-void checkLineLengths(std::vector<std::string> const& lines, std::size_t namingEnd,
-                      std::vector<Finding>& findings)
+// "[Model]" anywhere in the line: what ends the copy of a block.
+bool holdsModel(std::string_view line)
 {
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        std::size_t const size = lines[i].size();
-        if (size <= kNamingLineLimit)
-            continue;
-        std::string const length = "line of " + std::to_string(size) + " characters: ";
-        bool const naming = i < namingEnd;
-        bool const copy = size > kCopyLineLimit;
-        if (naming && copy)
-            addError(findings, static_cast<int>(i + 1),
-                     length + "the naming section reader (255-byte buffer) and the writers' "
-                              "passes (256-byte buffer) stop here");
-        else if (copy)
-            addError(findings, static_cast<int>(i + 1),
-                     length + "the writers' passes (256-byte buffer) stop here");
-        else if (naming)
-            addError(findings, static_cast<int>(i + 1),
-                     length + "the naming section reader (255-byte buffer) stops here");
-        else
-            addWarning(findings, static_cast<int>(i + 1),
-                       length + "the naming section reader (255-byte buffer) would stop here "
-                                "if it read this far");
+    char const* p = line.data();
+    char const* const end = p + line.size();
+    while ((p = static_cast<char const*>(std::memchr(p, '[', static_cast<std::size_t>(end - p)))) != nullptr) {
+        if (end - p >= 7 && std::memcmp(p, "[Model]", 7) == 0)
+            return true;
+        ++p;
     }
+    return false;
+}
+
+bool isBlankText(std::string_view text)
+{
+    for (char c : text)
+        if (!std::isspace(static_cast<unsigned char>(c)))
+            return false;
+    return true;
 }
 
 // The line that ends the copied preamble: "PACKAGE" in the first four
 // places of its text ahead of any comment.
-bool endsPreamble(std::string const& line)
+bool endsPreamble(std::string_view line)
 {
-    std::string const text = upperCase(line.substr(0, line.find('|')));
+    std::string const text = upperCase(std::string(line.substr(0, line.find('|'))));
     std::string::size_type const at = text.find("PACKAGE");
     return at != std::string::npos && at <= 3;
 }
 
-void checkPackages(std::vector<std::string> const& lines, std::size_t keyword, std::size_t pin,
-                   std::vector<Finding>& findings)
+} // namespace
+
+Header headerOf(std::string_view line, char comment)
+{
+    Header header;
+    header.versionSeen = true;
+    std::vector<std::string_view> fields;
+    ibis::splitFields(ibis::keywordRest(line), comment, fields);
+    double const version = fields.empty() ? 0 : ibisVersion(std::string(fields[0]));
+    if (version != 0)
+        header.version = version;
+    return header;
+}
+
+void MasterCheck::checkLength(ibis::Line const& line)
+{
+    // The generator's readers keep a CR ahead of the LF in the line.
+    std::size_t const counted = line.length + (line.crlf ? 1 : 0);
+    if (counted <= kNamingLineLimit)
+        return;
+    LongLine const l{line.number, counted, line.crlf && line.length <= kCopyLineLimit};
+    if (_component == 0 && (_package != 0 || _pin != 0)) {
+        _namingUnsure.push_back(l); // in the naming section if a component line follows
+        return;
+    }
+    bool const naming = _component == 0;
+    if (!naming && counted > kCopyLineLimit && _pinList == PinList::Done) {
+        // Behind the frame a pass stops here only if it still has a block
+        // to find or to copy: known at the next line that holds "[Model]".
+        _longLines.push_back(l);
+        return;
+    }
+    gradeLength(l, naming);
+}
+
+void MasterCheck::gradeLength(LongLine const& l, bool naming)
+{
+    std::string const length =
+        "line of " + std::to_string(l.counted) + " characters" + (l.byCr ? " with its CR" : "") + ": ";
+    bool const copy = l.counted > kCopyLineLimit;
+    if (naming && copy)
+        addError(_findings, l.line,
+                 length + "the naming section reader (255-byte buffer) and the writers' passes (256-byte buffer) "
+                          "stop here");
+    else if (copy)
+        addError(_findings, l.line, length + "the writers' passes (256-byte buffer) stop here");
+    else if (naming)
+        addError(_findings, l.line, length + "the naming section reader (255-byte buffer) stops here");
+    else
+        addWarning(_findings, l.line,
+                   length + "the naming section reader (255-byte buffer) would stop here if it read this far");
+}
+
+void MasterCheck::frameLine(ibis::Line const& line)
+{
+    std::string_view const text = line.text;
+    if (_component == 0) {
+        std::string_view first = text.substr(std::min(text.size(), text.find_first_not_of(" \t")));
+        first = first.substr(0, first.find_first_of(" \t"));
+        if (holds(first, "[Component]")) {
+            _component = line.number;
+            _naming.setEnd(line.number);
+        }
+    }
+    bool const package = _package == 0 && endsPreamble(text);
+    bool const pin = _pin == 0 && holds(upperCase(std::string(text)), "[PIN]");
+    if ((package || pin) && _component == 0 && !_namingWithoutComponent)
+        _namingWithoutComponent = _naming.endingAt(line.number);
+    if (package) {
+        _package = line.number;
+        _packageKeyword = ibis::keywordKey(trimmed(std::string(text))) == "package";
+        _sawPackageKeyword = _packageKeyword;
+    }
+    if (pin)
+        _pin = line.number;
+}
+
+void MasterCheck::packageLine(ibis::Line const& line)
 {
     // A block: a name line ("|" and the name) directly followed by a value
     // line; it is copied up to a line that is "|" alone.
-    std::size_t lastBlock = keyword;
-    bool any = false;
-    for (std::size_t i = keyword + 1; i + 1 < pin; ++i) {
-        std::string const name = trimmed(lines[i]);
-        std::string const& next = lines[i + 1];
-        if (name.size() < 2 || name[0] != '|' ||
-            !(holds(next, "R_pkg") || holds(next, "L_pkg") || holds(next, "C_pkg")))
-            continue;
-        any = true;
-        lastBlock = i;
-        bool closed = false;
-        for (std::size_t j = i + 2; j < pin && !closed; ++j)
-            closed = trimmed(lines[j]) == "|";
-        if (!closed)
-            addError(findings, static_cast<int>(i + 1),
-                     "package block " + name.substr(1) +
-                         " is not closed by a \"|\" line before [Pin]; its copy would not end");
+    std::string const text = trimmed(std::string(line.text));
+    bool const value = holds(line.text, "R_pkg") || holds(line.text, "L_pkg") || holds(line.text, "C_pkg");
+    if (value && _previousTrimmed.size() >= 2 && _previousTrimmed[0] == '|') {
+        _anyPackage = true;
+        for (auto const& [blank, byCr] : _blankLines)
+            if (blank < line.number - 1)
+                addError(_packageFindings, blank,
+                         byCr ? "empty line ahead of a package block, blank-only by the CR of its line end; the "
+                                "package reader fails on it"
+                              : "blank-only line ahead of a package block; the package reader fails on it");
+        _blankLines.clear();
+        _openPackages.emplace_back(line.number - 1, _previousTrimmed.substr(1));
     }
-    if (!any)
-        addError(findings, static_cast<int>(keyword + 1),
-                 "no package block (a \"|\" name line and its R_pkg, L_pkg, C_pkg lines) "
-                 "under the package keyword");
-    for (std::size_t i = keyword + 1; i < lastBlock; ++i)
-        if (!lines[i].empty() && trimmed(lines[i]).empty())
-            addError(findings, static_cast<int>(i + 1),
-                     "blank-only line ahead of a package block; the package reader fails on it");
+    if (text == "|")
+        _openPackages.erase(std::remove_if(_openPackages.begin(), _openPackages.end(),
+                                           [&](auto const& block) { return block.first <= line.number - 2; }),
+                            _openPackages.end());
+    if ((!line.text.empty() || line.crlf) && isBlankText(line.text))
+        _blankLines.emplace_back(line.number, line.text.empty());
+    _previousTrimmed = text;
 }
 
-} // namespace
+void MasterCheck::pinListLine(ibis::Line const& line)
+{
+    // The lines behind [Pin] up to the first that begins with "|".
+    std::string_view const text = line.text;
+    if (!text.empty() && text[0] == '|') {
+        _pinList = PinList::Done;
+        return;
+    }
+    if (ibis::isKeywordLine(text)) {
+        addError(_findings, _pin,
+                 "the [Pin] list is not closed by a \"|\" line before " + std::string(ibis::keywordShown(text)) +
+                     " at line " + std::to_string(line.number) + "; the model list takes in its rows");
+        _pinList = PinList::Done;
+        return;
+    }
+    std::vector<std::string> const tokens = tokensOf(std::string(text));
+    if (tokens.size() >= 3 && !isReservedModel(tokens[2]))
+        _listed.emplace(tokens[2], line.number);
+}
+
+void MasterCheck::modelRead(ibis::Model const& model)
+{
+    checkModel(model, _context, _findings);
+    auto mark = [&](BlockCopy& block) {
+        if (!block.readerModel || block.line != model.line)
+            return false;
+        block.readerEnd = model.endedBy.empty() ? 0 : _number;
+        block.readerEndShown = _keywordShown;
+        return true;
+    };
+    if (_block && mark(*_block))
+        return;
+    for (BlockCopy& block : _awaiting)
+        if (mark(block))
+            return;
+}
+
+void MasterCheck::closeBlock(int end, std::string_view text)
+{
+    BlockCopy block = std::move(*_block);
+    _block.reset();
+    block.end = end;
+    if (end != 0) {
+        std::string const line = trimmed(std::string(text));
+        if (line[0] == '|') {
+            block.endName = keywordArgument(line.substr(1));
+            block.kind = block.endName == block.name ? BlockCopy::Own : BlockCopy::OtherComment;
+        } else {
+            block.kind = BlockCopy::NextModel;
+        }
+    }
+    _awaiting.push_back(std::move(block));
+}
+
+void MasterCheck::blockLine(ibis::Line const& line, bool content)
+{
+    // The model IBIS reads: its content behind the copy's end.
+    if (content && _reader.inModel()) {
+        if (_block && _block->readerModel && _block->readerEnd == -1)
+            _block->lastContent = line.number;
+        for (BlockCopy& block : _awaiting)
+            if (block.readerModel && block.readerEnd == -1 && block.contentAfterEnd == 0)
+                block.contentAfterEnd = line.number;
+    }
+    if (!holdsModel(line.text))
+        return;
+    if (_block)
+        closeBlock(line.number, line.text);
+    // Long lines ahead of a line that holds "[Model]" stop the pass that
+    // looks for a block there, or copies one.
+    for (LongLine const& l : _longLines)
+        gradeLength(l, false);
+    _longLines.clear();
+    if (isComment(std::string(line.text)))
+        return;
+    BlockCopy block;
+    block.line = block.lastContent = line.number;
+    block.name = keywordArgument(trimmed(std::string(line.text)));
+    block.readerModel = ibis::isKeywordLine(line.text) && ibis::keywordKey(line.text) == "model";
+    _blocks.emplace_back(block.name, line.number);
+    _block = std::move(block);
+}
+
+void MasterCheck::judge(BlockCopy const& block)
+{
+    std::string const model = "[Model] " + visible(block.name);
+    bool const takesAlong = block.readerEnd > 0 && (block.end == 0 || block.readerEnd < block.end);
+    std::string const along =
+        takesAlong ? " and takes " + visible(block.readerEndShown) + " (line " + std::to_string(block.readerEnd) +
+                         ") along into the design file"
+                   : "";
+    if (block.end == 0) {
+        addError(_findings, block.line,
+                 "no line holding \"[Model]\" follows " + model + "; its copy runs to the end of the file" + along);
+    } else if (takesAlong) {
+        addError(_findings, block.line,
+                 "the copy of " + model + " ends only at line " + std::to_string(block.end) + along);
+    } else if (block.kind == BlockCopy::NextModel) {
+        int const first = block.lastContent + 1, last = block.end - 1;
+        std::string const copied =
+            last > first    ? "takes lines " + std::to_string(first) + " to " + std::to_string(last) +
+                                  " along, comment and blank lines only"
+            : last == first ? "takes line " + std::to_string(first) + " along, a comment or blank line"
+                            : "is whole, with nothing taken along";
+        addWarning(_findings, block.line,
+                   model + " ends at the next [Model] line (line " + std::to_string(block.end) +
+                       "), not at \"| End [Model] " + visible(block.name) + "\"; its copy " + copied);
+    } else if (block.contentAfterEnd != 0) {
+        addError(_findings, block.line,
+                 "the copy of " + model + " ends at line " + std::to_string(block.end) +
+                     ", which holds \"[Model]\"; its lines from line " + std::to_string(block.contentAfterEnd) +
+                     " on are not copied");
+    } else if (block.kind == BlockCopy::OtherComment) {
+        addWarning(_findings, block.line,
+                   model + " is closed by line " + std::to_string(block.end) + ", which names " +
+                       visible(block.endName) + "; its copy ends there all the same");
+    }
+}
+
+// Judges the blocks whose copy and model have both ended.
+void MasterCheck::settle()
+{
+    auto const done = [&](BlockCopy const& block) { return !block.readerModel || block.readerEnd != -1; };
+    for (BlockCopy const& block : _awaiting)
+        if (done(block))
+            judge(block);
+    _awaiting.erase(std::remove_if(_awaiting.begin(), _awaiting.end(), done), _awaiting.end());
+}
+
+void MasterCheck::feed(ibis::Line const& line)
+{
+    _number = line.number;
+    if (_component == 0 || _package == 0 || _pin == 0)
+        frameLine(line);
+    checkLength(line);
+    _naming.feed(line.text, line.number);
+    if (_namingWithoutComponent)
+        _namingWithoutComponent->feed(line.text, line.number);
+
+    bool const keyword = ibis::isKeywordLine(line.text);
+    if (keyword)
+        _keywordShown = std::string(ibis::keywordShown(line.text));
+    if (keyword) {
+        std::string const key = ibis::keywordKey(line.text);
+        if (key == "ibis ver" && !_header.versionSeen) {
+            _header = headerOf(line.text, _comment.current());
+            _context.version = _header.version;
+        }
+        if (_package != 0 && !_sawPackageKeyword) {
+            if (key == "package")
+                _sawPackageKeyword = true;
+            else if (_droppedKeyword == 0 && line.number > _package) {
+                _droppedKeyword = line.number;
+                _droppedShown = std::string(ibis::keywordShown(line.text));
+            }
+        }
+    }
+    if (_package != 0 && _pin == 0 && line.number > _package)
+        packageLine(line);
+    if (_pinList == PinList::In)
+        pinListLine(line);
+    else if (_pinList == PinList::Before && _pin == line.number)
+        _pinList = PinList::In;
+    if (_pin == line.number && _package != 0 && _package < _pin) {
+        for (auto const& block : _openPackages)
+            addError(_packageFindings, block.first,
+                     "package block " + visible(block.second) +
+                         " is not closed by a \"|\" line before [Pin]; its copy would not end");
+        if (!_anyPackage)
+            addError(_packageFindings, _package,
+                     "no package block (a \"|\" name line and its R_pkg, L_pkg, C_pkg lines) under the package "
+                     "keyword");
+        _findings.insert(_findings.end(), _packageFindings.begin(), _packageFindings.end());
+    }
+
+    bool const inModel = _reader.feed(line, _comment.current());
+    bool const content = inModel && !ibis::isBlankOrComment(line.text, _comment.current());
+    blockLine(line, content);
+    if (!_awaiting.empty())
+        settle();
+    if (keyword && ibis::keywordKey(line.text) == "comment char")
+        _comment.change(ibis::keywordRest(line.text));
+}
+
+void MasterCheck::finishBlocks(int lines)
+{
+    _number = lines;
+    _reader.finish();
+    if (_block)
+        closeBlock(0, "");
+    settle();
+    for (LongLine const& l : _longLines)
+        addWarning(_findings, l.line,
+                   "line of " + std::to_string(l.counted) + " characters behind the last line that holds "
+                   "\"[Model]\"; no reader stops on it early");
+    _longLines.clear();
+}
+
+std::vector<Finding> MasterCheck::finish(int lines)
+{
+    finishBlocks(lines);
+    return finishFrame(lines);
+}
+
+bool MasterCheck::canHandOver(Header const& header) const
+{
+    return _component != 0 && _package != 0 && _pin != 0 && _sawPackageKeyword && _pinList == PinList::Done &&
+           _naming.idle() && (!_namingWithoutComponent || _namingWithoutComponent->idle()) &&
+           _comment.current() == '|' && _header.versionSeen == header.versionSeen &&
+           _header.version == header.version;
+}
+
+void MasterCheck::handOver(ibis::Line const& line)
+{
+    _number = line.number;
+    _keywordShown = std::string(ibis::keywordShown(line.text));
+    _reader.feed(line, _comment.current());
+    _reader.drop();
+    blockLine(line, false);
+    // The block opened at this line is the other check's.
+    _blocks.pop_back();
+    settle();
+}
+
+void MasterCheck::absorb(MasterCheck& later)
+{
+    _findings.insert(_findings.end(), later._findings.begin(), later._findings.end());
+    _blocks.insert(_blocks.end(), later._blocks.begin(), later._blocks.end());
+}
+
+std::vector<Finding> MasterCheck::finishFrame(int lines)
+{
+    int const lastLine = std::max(1, lines);
+    // The naming section ends at the component line; without one, at the
+    // first package or [Pin] line.
+    bool const naming = _component != 0 || !_namingWithoutComponent;
+    int namingEnd = _component;
+    if (namingEnd == 0 && _package != 0 && _pin != 0)
+        namingEnd = std::min(_package, _pin);
+    else if (namingEnd == 0)
+        namingEnd = _package != 0 ? _package : _pin;
+    for (LongLine const& l : _namingUnsure)
+        gradeLength(l, namingEnd == 0 || l.line < namingEnd);
+    (naming ? _naming : *_namingWithoutComponent).finish(lines, _findings);
+
+    if (_component == 0)
+        addError(_findings, lastLine, "no [Component] line; the generator skips its check of the part");
+    if (_package == 0)
+        addError(_findings, lastLine, "no [Package] line; the preamble copy takes the whole file");
+    else if (!_packageKeyword)
+        (_droppedKeyword != 0 ? addError : addWarning)(
+            _findings, _package,
+            "the preamble copy ends at this line, ahead of [Package]" +
+                (_droppedKeyword != 0 ? "; design files lose " + _droppedShown + " (line " +
+                                            std::to_string(_droppedKeyword) + ") and what stands with it"
+                                      : std::string()));
+    if (_pin == 0)
+        addError(_findings, lastLine, "no [Pin] line; the generator finds no models");
+    else if (_pinList == PinList::In)
+        addError(_findings, _pin, "the [Pin] list is never closed by a line beginning with \"|\"");
+
+    std::map<std::string, int> blocks;
+    for (auto const& [name, line] : _blocks) {
+        blocks.emplace(name, line);
+        if (_listed.count(name) == 0)
+            addWarning(_findings, line, "[Model] " + visible(name) + " is not listed under [Pin]; no design can use it");
+    }
+    for (auto const& [name, line] : _listed)
+        if (blocks.count(name) == 0)
+            addError(_findings, line,
+                     "model " + visible(name) +
+                         " is listed under [Pin] but has no [Model] block; a design that uses it gets an empty one");
+
+    sortByLine(_findings);
+    return std::move(_findings);
+}
+
+std::vector<Finding> checkMasterFile(std::istream& in, std::string const& family)
+{
+    MasterCheck check(family);
+    return checkLines(in, check);
+}
 
 std::vector<Finding> checkMasterFile(std::string const& text, std::string const& family)
 {
-    std::vector<Finding> findings;
-    std::vector<std::string> const lines = splitLines(text);
-    int const lastLine = std::max<int>(1, static_cast<int>(lines.size()));
-
-    std::size_t component = lines.size(), package = lines.size(), pin = lines.size();
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        std::vector<std::string> const tokens = tokensOf(lines[i]);
-        if (component == lines.size() && !tokens.empty() && holds(tokens[0], "[Component]"))
-            component = i;
-        if (package == lines.size() && endsPreamble(lines[i]))
-            package = i;
-        if (pin == lines.size() && holds(upperCase(lines[i]), "[PIN]"))
-            pin = i;
-    }
-    // The naming section: ahead of the component line, or of whichever of
-    // the package and [Pin] lines comes first in a file without one.
-    std::size_t const namingEnd = component < lines.size() ? component : std::min(package, pin);
-    checkLineLengths(lines, namingEnd, findings);
-    checkNamingSection(lines, namingEnd, family, findings);
-
-    if (component == lines.size())
-        addError(findings, lastLine, "no [Component] line");
-    if (package == lines.size())
-        addError(findings, lastLine, "no [Package] line; the preamble copy takes the whole file");
-    else if (keywordOf(trimmed(lines[package])) != "[package]")
-        addWarning(findings, static_cast<int>(package + 1),
-                   "the preamble copy ends at this line, ahead of [Package]");
-    if (package < pin && pin < lines.size())
-        checkPackages(lines, package, pin, findings);
-
-    // The model list: the lines behind [Pin] up to the first that begins
-    // with "|".
-    std::map<std::string, std::size_t> listed;
-    if (pin == lines.size()) {
-        addError(findings, lastLine, "no [Pin] line; the generator finds no models");
-    } else {
-        std::size_t i = pin + 1;
-        for (; i < lines.size() && (lines[i].empty() || lines[i][0] != '|'); ++i) {
-            if (!keywordOf(lines[i]).empty()) {
-                addError(findings, static_cast<int>(pin + 1),
-                         "the [Pin] list is not closed by a \"|\" line before " +
-                             lines[i].substr(0, lines[i].find(']') + 1) + " at line " +
-                             std::to_string(i + 1) + "; the model list takes in its rows");
-                break;
-            }
-            std::vector<std::string> const tokens = tokensOf(lines[i]);
-            if (tokens.size() >= 3 && !isReservedModel(tokens[2]))
-                listed.emplace(tokens[2], i);
-        }
-        if (i == lines.size())
-            addError(findings, static_cast<int>(pin + 1),
-                     "the [Pin] list is never closed by a line beginning with \"|\"");
-    }
-
-    // Model blocks: each closed by its own "| End [Model] NAME" line, as the
-    // copy of a block ends at the next line that holds "[Model]".
-    std::set<std::string> blocks;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (!holds(lines[i], "[Model]") || isComment(lines[i]))
-            continue;
-        std::string const name = keywordArgument(trimmed(lines[i]));
-        blocks.insert(name);
-        if (listed.count(name) == 0)
-            addWarning(findings, static_cast<int>(i + 1),
-                       "[Model] " + name + " is not listed under [Pin]; no design can use it");
-        std::size_t j = i + 1;
-        while (j < lines.size() && !holds(lines[j], "[Model]"))
-            ++j;
-        std::string const closing = "| End [Model] " + name;
-        if (j == lines.size())
-            addError(findings, static_cast<int>(i + 1),
-                     "[Model] " + name + " is not followed by \"" + closing +
-                         "\"; its copy would not end");
-        else if (!isComment(lines[j]) || keywordArgument(trimmed(lines[j]).substr(1)) != name)
-            addError(findings, static_cast<int>(i + 1),
-                     "[Model] " + name + " is not closed by \"" + closing + "\" before line " +
-                         std::to_string(j + 1));
-    }
-    for (auto const& model : listed)
-        if (blocks.count(model.first) == 0)
-            addError(findings, static_cast<int>(model.second + 1),
-                     "model " + model.first + " is listed under [Pin] but has no [Model] block");
-
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
-    return findings;
+    std::istringstream in(text);
+    return checkMasterFile(in, family);
 }
 
 } // namespace ibischeck

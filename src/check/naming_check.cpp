@@ -3,6 +3,7 @@
 // tables the generator's completion test asks of that family.
 
 #include <cstring>
+#include <memory>
 #include <set>
 
 #include "check/check_text.h"
@@ -11,12 +12,12 @@
 
 namespace ibischeck {
 
-namespace {
-
 struct NamingTable {
     char const* name;
     std::vector<int> positions; // model key positions the table codes
 };
+
+namespace {
 
 // In the order the reader tries the headings; the first match decides.
 NamingTable const kTables[] = {
@@ -63,6 +64,8 @@ bool opensWithBar(std::string const& line)
     return !tokens.empty() && tokens[0][0] == '|';
 }
 
+} // namespace
+
 // The generator's own completion test, asked with the key positions whose
 // tables have been read: the table-driven generator's for that family
 // ("KVAN", or a part type that holds it), the standard one's for any other.
@@ -87,6 +90,8 @@ private:
     bool _tableDriven;
 };
 
+namespace {
+
 std::string tablesFor(int position)
 {
     std::string names;
@@ -99,98 +104,129 @@ std::string tablesFor(int position)
 
 } // namespace
 
-void checkNamingSection(std::vector<std::string> const& lines, std::size_t end,
-                        std::string const& family, std::vector<Finding>& findings)
+NamingSection::NamingSection(std::string const& family)
+    : _family(family), _probe(std::make_shared<CompletionProbe>(family))
 {
-    CompletionProbe probe(family);
-    std::set<int> read;
-    int completeAt = 0;
-    for (std::size_t i = 0; i < end; ++i) {
-        NamingTable const* table = headingOf(lines[i]);
-        if (table == nullptr)
-            continue;
-        int const heading = static_cast<int>(i + 1);
-        if (completeAt != 0)
-            addWarning(findings, heading,
-                       std::string("naming table ") + table->name +
-                           " stands behind line " + std::to_string(completeAt) +
-                           ", where the tables for " + family +
-                           " are complete; the generator never reads it");
-        // The reader: comment lines ahead of the body, the body, and the
-        // first comment line behind it, which ends the table. A heading in
-        // the body is an ordinary row, unless rows without a heading follow
-        // the comment line that ended the table: then the table was not
-        // closed, and the next table's heading went in as a row.
-        // The TERMINATION reader takes no comment lines ahead of its body.
-        bool const bodyFirst = std::strcmp(table->name, "TERMINATION") == 0;
-        bool inBody = bodyFirst, closed = false;
-        NamingTable const* inRows = nullptr;
-        std::size_t inRowsAt = 0;
-        std::size_t j = i + 1;
-        for (; j < lines.size(); ++j) {
-            bool const bar = opensWithBar(lines[j]);
-            if (!inBody && bar)
-                continue;
-            inBody = true;
-            if (bar) {
-                closed = true;
-                if (bodyFirst && j == i + 1)
-                    addError(findings, heading,
-                             std::string("naming table ") + table->name +
-                                 " has a comment line ahead of its rows; its reader ends there");
-                break;
-            }
-            if (NamingTable const* next = headingOf(lines[j])) {
-                inRows = next;
-                inRowsAt = j;
-            }
-        }
-        std::size_t k = j + 1;
-        while (k < lines.size() && opensWithBar(lines[k]))
-            ++k;
-        if (closed && inRows != nullptr && k < end && !tokensOf(lines[k]).empty() &&
-            headingOf(lines[k]) == nullptr)
-            addError(findings, heading,
-                     std::string("naming table ") + table->name +
-                         " is not closed by a \"|\" line before the heading " + inRows->name +
-                         " at line " + std::to_string(inRowsAt + 1) +
-                         "; the reader takes that table in as rows");
-        if (!closed)
-            addError(findings, heading,
-                     std::string("naming table ") + table->name +
-                         " is never closed by a \"|\" line; its reader runs to the end of the file");
-        else if (j >= end && end < lines.size())
-            addError(findings, heading,
-                     std::string("naming table ") + table->name +
-                         " is not closed by a \"|\" line ahead of line " + std::to_string(end + 1) +
-                         ", where the naming section ends; the reader takes what follows as rows");
-        read.insert(table->positions.begin(), table->positions.end());
-        i = j;
-        if (!family.empty() && completeAt == 0 && probe.complete(read))
-            completeAt = heading;
-    }
-    if (family.empty() || completeAt != 0)
+}
+
+NamingSection NamingSection::endingAt(int end) const
+{
+    NamingSection copy = *this;
+    copy._end = end;
+    copy._findings.clear();
+    return copy;
+}
+
+bool NamingSection::inSection(int number) const
+{
+    return _end == 0 || number < _end;
+}
+
+// The reader: comment lines ahead of the body, the body, and the first
+// comment line behind it, which ends the table. A heading in the body is an
+// ordinary row, unless rows without a heading follow the comment line that
+// ended the table: then the table was not closed, and the next table's
+// heading went in as a row. The TERMINATION reader takes no comment lines
+// ahead of its body.
+void NamingSection::feed(std::string_view text, int number)
+{
+    if (_table == nullptr && _pending == nullptr && !inSection(number))
         return;
-    int const at = static_cast<int>(end < lines.size() ? end + 1 : lines.size());
+    std::string const line(text);
+    bool const bar = opensWithBar(line);
+    if (_pending != nullptr && !bar) {
+        // The first line behind the closing comment lines.
+        if (inSection(number) && !tokensOf(line).empty() && headingOf(line) == nullptr)
+            addError(_findings, _pendingHeading,
+                     std::string("naming table ") + _pending->name + " is not closed by a \"|\" line before the heading " +
+                         _pendingRows->name + " at line " + std::to_string(_pendingRowsAt) +
+                         "; the reader takes that table in as rows");
+        _pending = nullptr;
+    }
+    if (_table != nullptr) {
+        if (!_inBody && bar)
+            return;
+        _inBody = true;
+        if (!bar) {
+            if (NamingTable const* next = headingOf(line)) {
+                _inRows = next;
+                _inRowsAt = number;
+            }
+            return;
+        }
+        bool const bodyFirst = std::strcmp(_table->name, "TERMINATION") == 0;
+        if (bodyFirst && number == _heading + 1)
+            addError(_findings, _heading,
+                     std::string("naming table ") + _table->name +
+                         " has a comment line ahead of its rows; its reader ends there");
+        if (!inSection(number))
+            addError(_findings, _heading,
+                     std::string("naming table ") + _table->name +
+                         " is not closed by a \"|\" line ahead of line " + std::to_string(_end) +
+                         ", where the naming section ends; the reader takes what follows as rows");
+        if (_inRows != nullptr) {
+            _pending = _table;
+            _pendingHeading = _heading;
+            _pendingRows = _inRows;
+            _pendingRowsAt = _inRowsAt;
+        }
+        closeTable();
+        return;
+    }
+    if (!inSection(number))
+        return;
+    NamingTable const* table = headingOf(line);
+    if (table == nullptr)
+        return;
+    if (_completeAt != 0)
+        addWarning(_findings, number,
+                   std::string("naming table ") + table->name + " stands behind line " + std::to_string(_completeAt) +
+                       ", where the tables for " + _family + " are complete; the generator never reads it");
+    _table = table;
+    _heading = number;
+    _inBody = std::strcmp(table->name, "TERMINATION") == 0;
+    _inRows = nullptr;
+}
+
+void NamingSection::closeTable()
+{
+    _read.insert(_table->positions.begin(), _table->positions.end());
+    if (!_family.empty() && _completeAt == 0 && _probe->complete(_read))
+        _completeAt = _heading;
+    _table = nullptr;
+}
+
+void NamingSection::finish(int lines, std::vector<Finding>& findings)
+{
+    if (_table != nullptr) {
+        addError(_findings, _heading,
+                 std::string("naming table ") + _table->name +
+                     " is never closed by a \"|\" line; its reader runs to the end of the file");
+        closeTable();
+    }
+    findings.insert(findings.end(), _findings.begin(), _findings.end());
+    if (_family.empty() || _completeAt != 0)
+        return;
+    int const at = _end != 0 ? _end : lines;
     std::set<int> all = {0, 3, 6, 10, 11, 12, 13, 14, 15, 16, 17};
-    if (!probe.complete(all)) {
-        addError(findings, at, "the generator knows no family in \"" + family + "\"");
+    if (!_probe->complete(all)) {
+        addError(findings, at, "the generator knows no family in \"" + _family + "\"");
         return;
     }
     std::string missing;
     for (int position : all) {
-        if (read.count(position) != 0 || (position == 3 && read.count(0) == 0))
+        if (_read.count(position) != 0 || (position == 3 && _read.count(0) == 0))
             continue;
         std::set<int> without = all;
         without.erase(position);
         if (position == 0)
             without.erase(3);
-        if (!probe.complete(without))
+        if (!_probe->complete(without))
             missing += (missing.empty() ? "" : ", ") + tablesFor(position);
     }
     addError(findings, at,
-             "the naming tables for " + family + " are incomplete ahead of this line: no " +
-                 missing + "; the generator reads on and fails to load the models");
+             "the naming tables for " + _family + " are incomplete ahead of this line: no " + missing +
+                 "; the generator reads on and fails to load the models");
 }
 
 } // namespace ibischeck

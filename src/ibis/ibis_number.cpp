@@ -32,9 +32,8 @@ double scaled(std::uint64_t mantissa, int n)
     return m * std::pow(10.0, n);
 }
 
-} // namespace
-
-bool scaleExponent(char letter, int& exponent)
+// The ten's exponent of a scale letter.
+inline bool scaleOf(char letter, int& exponent)
 {
     switch (letter) {
     case 'T': exponent = 12; return true;
@@ -48,6 +47,13 @@ bool scaleExponent(char letter, int& exponent)
     case 'f': exponent = -15; return true;
     default: exponent = 0; return false;
     }
+}
+
+} // namespace
+
+bool scaleExponent(char letter, int& exponent)
+{
+    return scaleOf(letter, exponent);
 }
 
 namespace {
@@ -69,6 +75,34 @@ char const* rejected(char const* p, char const* end, char comment, Number& numbe
 
 } // namespace
 
+namespace {
+
+// The mantissa and exponent of digits with more than 19 of them: up to 19
+// significant digits go into the mantissa, further ones only move the
+// exponent.
+void manyDigits(char const* p, char const* end, std::uint64_t& mantissa, int& exponent)
+{
+    mantissa = 0;
+    exponent = 0;
+    int significant = 0;
+    bool fraction = false;
+    for (; p < end; ++p) {
+        if (*p == '.') {
+            fraction = true;
+            continue;
+        }
+        if (significant < 19) {
+            mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
+            significant += mantissa != 0 ? 1 : 0;
+            exponent -= fraction ? 1 : 0;
+        } else if (!fraction) {
+            ++exponent;
+        }
+    }
+}
+
+} // namespace
+
 char const* scanNumber(char const* p, char const* end, char comment, Number& number)
 {
     char const* const start = p;
@@ -76,31 +110,22 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
     if (p < end && (*p == '+' || *p == '-'))
         negative = *p++ == '-';
 
-    // Up to 19 significant digits go into the mantissa; further ones only
-    // move the exponent.
+    // Digits, a point, digits: one pass; a mantissa of more than 19 digits
+    // (which may have wrapped) is read again with care.
+    char const* const digitsStart = p;
     std::uint64_t mantissa = 0;
-    int significant = 0, exponent = 0;
-    bool digits = false;
-    for (; p < end && isDigit(*p); ++p) {
-        digits = true;
-        if (significant < 19) {
-            mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
-            significant += mantissa != 0 ? 1 : 0;
-        } else {
-            ++exponent;
-        }
-    }
+    int exponent = 0;
+    while (p < end && isDigit(*p))
+        mantissa = mantissa * 10 + static_cast<unsigned>(*p++ - '0');
+    std::ptrdiff_t digits = p - digitsStart;
     if (p < end && *p == '.') {
-        for (++p; p < end && isDigit(*p); ++p) {
-            digits = true;
-            if (significant < 19) {
-                mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
-                significant += mantissa != 0 ? 1 : 0;
-                --exponent;
-            }
-        }
+        char const* const fraction = ++p;
+        while (p < end && isDigit(*p))
+            mantissa = mantissa * 10 + static_cast<unsigned>(*p++ - '0');
+        exponent = -static_cast<int>(p - fraction);
+        digits += p - fraction;
     }
-    if (!digits) {
+    if (digits == 0) {
         // "NA", in any case, is the one field without digits that counts.
         if (end - start >= 2 && (start[0] == 'N' || start[0] == 'n') &&
             (start[1] == 'A' || start[1] == 'a') &&
@@ -111,6 +136,8 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
         }
         return rejected(p, end, comment, number);
     }
+    if (digits > 19)
+        manyDigits(digitsStart, p, mantissa, exponent);
 
     // An exponent: "e" or "E", a sign maybe, and digits. An "e" that is not
     // followed by digits is unit text ("1e" reads as 1).
@@ -131,7 +158,7 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
     }
 
     int scale = 0;
-    if (p < end && scaleExponent(*p, scale))
+    if (p < end && scaleOf(*p, scale))
         ++p;
     for (; p < end && !endsField(*p, comment); ++p)
         if (!isLetter(*p))

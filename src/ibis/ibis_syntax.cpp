@@ -65,6 +65,16 @@ void splitFields(std::string_view text, char comment, std::vector<std::string_vi
     }
 }
 
+bool sameWord(std::string_view a, std::string_view b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
+            return false;
+    return true;
+}
+
 bool isBlankOrComment(std::string_view line, char comment)
 {
     for (char c : line) {

@@ -28,6 +28,10 @@ std::string_view keywordRest(std::string_view line);
 // character to fields (which it clears first).
 void splitFields(std::string_view text, char comment, std::vector<std::string_view>& fields);
 
+// The same word in any letter case: sub-parameter names and reserved words
+// ("Model_type", "Non-Inverting") compare so.
+bool sameWord(std::string_view a, std::string_view b);
+
 // Nothing but blanks and tabs ahead of the comment character.
 bool isBlankOrComment(std::string_view line, char comment);
 

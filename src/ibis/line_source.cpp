@@ -4,7 +4,10 @@
 
 namespace ibis {
 
-LineSource::LineSource(std::istream& in) : _in(in), _buffer(kBufferSize) {}
+LineSource::LineSource(std::istream& in, int firstNumber)
+    : _in(in), _buffer(kBufferSize), _number(firstNumber - 1)
+{
+}
 
 void LineSource::refill()
 {

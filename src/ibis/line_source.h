@@ -28,7 +28,9 @@ public:
     // A longer line keeps this many bytes in `text`; `length` tells the rest.
     static constexpr std::size_t kKept = 64 * 1024;
 
-    explicit LineSource(std::istream& in);
+    // The stream's next line gets the number firstNumber: a reading that
+    // starts inside a file counts on from the lines ahead of it.
+    explicit LineSource(std::istream& in, int firstNumber = 1);
 
     // The next line. The text stays valid until the next call. False at the
     // end of the file or when the stream fails.

@@ -9,17 +9,6 @@ namespace ibis {
 
 namespace {
 
-bool sameWord(std::string_view a, std::string_view b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) !=
-            std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
-}
-
 // A line of words starts with a letter and its first field is not "NA";
 // anything else under a keyword is a row of numbers (read, and judged, as
 // numbers).
@@ -144,6 +133,35 @@ void ModelReader::close(std::string endedBy)
     _open = false;
     _model.endedBy = std::move(endedBy);
     _sink(_model);
+    recycle();
+}
+
+void ModelReader::drop()
+{
+    _open = false;
+    recycle();
+}
+
+void ModelReader::recycle()
+{
+    // The rows' storage serves the next blocks: no allocation per row once
+    // the first blocks are read.
+    for (Section& section : _model.sections) {
+        section.rows.clear();
+        _spareRows.push_back(std::move(section.rows));
+    }
+    _model.sections.clear();
+    _model.head.clear();
+}
+
+void ModelReader::open(Line const& line, char comment)
+{
+    _open = true;
+    _model.line = _model.lastLine = line.number;
+    splitFields(keywordRest(line.text), comment, _fields);
+    _model.args.assign(_fields.begin(), _fields.end());
+    _model.name = _fields.empty() ? "" : std::string(_fields[0]);
+    _model.endedBy.clear();
 }
 
 bool ModelReader::feed(Line const& line, char comment)
@@ -152,12 +170,7 @@ bool ModelReader::feed(Line const& line, char comment)
         std::string key = keywordKey(line.text);
         if (key == "model") {
             close(key);
-            _model = Model();
-            _open = true;
-            _model.line = _model.lastLine = line.number;
-            splitFields(keywordRest(line.text), comment, _fields);
-            _model.args.assign(_fields.begin(), _fields.end());
-            _model.name = _fields.empty() ? "" : std::string(_fields[0]);
+            open(line, comment);
             return true;
         }
         if (!_open)
@@ -172,6 +185,10 @@ bool ModelReader::feed(Line const& line, char comment)
         section.line = line.number;
         splitFields(keywordRest(line.text), comment, _fields);
         section.args.assign(_fields.begin(), _fields.end());
+        if (!_spareRows.empty()) {
+            section.rows = std::move(_spareRows.back());
+            _spareRows.pop_back();
+        }
         _model.sections.push_back(std::move(section));
         _model.lastLine = line.number;
         return true;
@@ -196,7 +213,9 @@ bool ModelReader::feed(Line const& line, char comment)
         return true;
     }
     // A row of numbers, read field by field in one pass.
-    Row row;
+    std::vector<Row>& rows = _model.sections.back().rows;
+    rows.emplace_back();
+    Row& row = rows.back();
     row.line = line.number;
     for (;;) {
         while (p < end && (*p == ' ' || *p == '\t'))
@@ -211,7 +230,6 @@ bool ModelReader::feed(Line const& line, char comment)
         }
         ++row.fields;
     }
-    _model.sections.back().rows.push_back(row);
     return true;
 }
 

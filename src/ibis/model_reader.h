@@ -84,17 +84,22 @@ public:
     bool feed(Line const& line, char comment);
     // The end of the file: hands out the block that is still open.
     void finish();
+    // Forgets the block that is open without handing it out.
+    void drop();
 
     // True while a block is open.
     bool inModel() const { return _open; }
 
 private:
     void close(std::string endedBy);
+    void open(Line const& line, char comment);
+    void recycle();
 
     Sink _sink;
     Model _model;
     bool _open = false;
     std::vector<std::string_view> _fields;
+    std::vector<std::vector<Row>> _spareRows;
 };
 
 // True for keywords that end a [Model] block (file and component level).

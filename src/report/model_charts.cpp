@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "ibis/ibis_syntax.h"
 #include "report/html_text.h"
 
 namespace reportpage {
@@ -62,15 +63,6 @@ Curve curveOf(ibis::Section const& section, std::string label, char const* colou
     return curve;
 }
 
-bool sameName(std::string const& a, char const* b)
-{
-    std::size_t i = 0;
-    for (; i < a.size() && b[i] != '\0'; ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return i == a.size() && b[i] == '\0';
-}
-
 // A waveform's legend: its direction and its fixture.
 std::string waveformLabel(ibis::Section const& section)
 {
@@ -78,7 +70,7 @@ std::string waveformLabel(ibis::Section const& section)
     for (char const* wanted : {"R_fixture", "V_fixture"}) {
         for (ibis::Item const& item : section.items) {
             std::string name, value;
-            if (item.nameValue(name, value) && sameName(name, wanted)) {
+            if (item.nameValue(name, value) && ibis::sameWord(name, wanted)) {
                 label += std::string(", ") + wanted + " " + value;
                 break;
             }

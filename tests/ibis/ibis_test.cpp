@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <sstream>
 
 #include "ibis/ibis_number.h"
@@ -39,6 +40,8 @@ TEST(IbisNumber, FormsThatIbisWrites)
         {"1e+", Number::Invalid, 0},         {"1.0,", Number::Invalid, 0},
         {"2/3", Number::Invalid, 0},         {"V3", Number::Invalid, 0},
         {"NAN", Number::Invalid, 0},         {"--1", Number::Invalid, 0},
+        {"12345678.5", Number::Value, 12345678.5}, {"0.12345678", Number::Value, 0.12345678},
+        {"1234567.1234567e-3", Number::Value, 1234.5671234567}, {"-7.3964E-02", Number::Value, -7.3964e-2},
     };
     for (Case const& c : cases) {
         Number const n = ibis::parseNumber(c.field);
@@ -46,6 +49,14 @@ TEST(IbisNumber, FormsThatIbisWrites)
         if (c.kind == Number::Value) {
             EXPECT_DOUBLE_EQ(n.value, c.value) << c.field;
         }
+        // Read in place, with digits behind the field's end: the same
+        // number, bit for bit, and the same end.
+        std::string const behind = std::string(c.field) + "99";
+        Number scanned;
+        char const* const end = behind.data() + std::strlen(c.field);
+        EXPECT_EQ(ibis::scanNumber(behind.data(), end, '|', scanned), end) << c.field;
+        EXPECT_EQ(scanned.kind, n.kind) << c.field;
+        EXPECT_EQ(scanned.value, n.value) << c.field;
     }
 }
 

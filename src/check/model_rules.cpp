@@ -1,0 +1,693 @@
+// The rules of one [Model] block: sub-parameters, the keywords of its model
+// type, I-V tables, [Ramp] and waveforms.
+
+#include "check/model_rules.h"
+
+#include <cctype>
+#include <cstdio>
+#include <map>
+#include <unordered_map>
+
+#include "check/check_text.h"
+#include "ibis/ibis_syntax.h"
+
+namespace ibischeck {
+
+namespace {
+
+using ibis::Item;
+using ibis::Number;
+using ibis::Row;
+using ibis::Section;
+
+// What a model type does, and so which keywords it needs.
+enum TypeFlag : unsigned {
+    Drives = 1u << 0,
+    Receives = 1u << 1,
+    Enables = 1u << 2,
+    NeedsPullup = 1u << 3,
+    NeedsPulldown = 1u << 4,
+    ZeroPullup = 1u << 5,   // [Pullup] only with zero currents
+    ZeroPulldown = 1u << 6, // [Pulldown] only with zero currents
+    Terminator = 1u << 7,
+    Series = 1u << 8,
+    Switch = 1u << 9,
+    Diff = 1u << 10,
+    AlwaysDriving = 1u << 11, // no Non-Driving submodel
+};
+
+struct ModelType {
+    char const* name;
+    unsigned flags;
+};
+
+unsigned const kPushPull = Drives | NeedsPullup | NeedsPulldown;
+unsigned const kSink = Drives | NeedsPulldown | ZeroPullup;
+unsigned const kSource = Drives | NeedsPullup | ZeroPulldown;
+unsigned const kInOut = Receives | Enables;
+
+ModelType const kModelTypes[] = {
+    {"Input", Receives},
+    {"Output", kPushPull | AlwaysDriving},
+    {"I/O", kPushPull | kInOut},
+    {"3-state", kPushPull | Enables},
+    {"Open_drain", kSink | AlwaysDriving},
+    {"I/O_open_drain", kSink | kInOut},
+    {"Open_sink", kSink | AlwaysDriving},
+    {"I/O_open_sink", kSink | kInOut},
+    {"Open_source", kSource | AlwaysDriving},
+    {"I/O_open_source", kSource | kInOut},
+    {"Input_ECL", Receives},
+    {"Output_ECL", kPushPull},
+    {"I/O_ECL", kPushPull | kInOut},
+    {"3-state_ECL", kPushPull | Enables},
+    {"Terminator", Terminator},
+    {"Series", Series},
+    {"Series_switch", Series | Switch},
+    {"Input_diff", Diff | Receives},
+    {"Output_diff", Diff | Drives},
+    {"I/O_diff", Diff | Drives | kInOut},
+    {"3-state_diff", Diff | Drives | Enables},
+};
+
+ModelType const* findType(std::string const& value)
+{
+    for (ModelType const& type : kModelTypes)
+        if (ibis::sameWord(value, type.name))
+            return &type;
+    return nullptr;
+}
+
+enum class Kind { Range, IvTable, Ramp, Waveform, Other };
+
+// The keywords a [Model] block may hold. `only`: the type flag a model
+// needs for it; `strict`: a second copy in one block (or in one [On] or
+// [Off]) is an error rather than a warning; `repeats`: may stand many times.
+struct Keyword {
+    char const* key;
+    Kind kind;
+    unsigned only;
+    bool strict;
+    bool repeats;
+};
+
+Keyword const kKeywords[] = {
+    {"temperature range", Kind::Range, 0, false, false},
+    {"voltage range", Kind::Range, 0, false, false},
+    {"pullup reference", Kind::Range, 0, false, false},
+    {"pulldown reference", Kind::Range, 0, false, false},
+    {"power clamp reference", Kind::Range, 0, false, false},
+    {"gnd clamp reference", Kind::Range, 0, false, false},
+    {"external reference", Kind::Other, 0, false, false},
+    {"ttgnd", Kind::Range, 0, false, false},
+    {"ttpower", Kind::Range, 0, false, false},
+    {"c comp corner", Kind::Other, 0, false, false},
+    {"pulldown", Kind::IvTable, 0, false, false},
+    {"pullup", Kind::IvTable, 0, false, false},
+    {"gnd clamp", Kind::IvTable, 0, false, false},
+    {"power clamp", Kind::IvTable, 0, false, false},
+    {"isso pu", Kind::IvTable, 0, false, false},
+    {"isso pd", Kind::IvTable, 0, false, false},
+    {"rgnd", Kind::Range, Terminator, true, false},
+    {"rpower", Kind::Range, Terminator, true, false},
+    {"rac", Kind::Range, Terminator, true, false},
+    {"cac", Kind::Range, Terminator, true, false},
+    {"r series", Kind::Range, Series, true, false},
+    {"l series", Kind::Range, Series, true, false},
+    {"rl series", Kind::Range, Series, true, false},
+    {"c series", Kind::Range, Series, true, false},
+    {"lc series", Kind::Range, Series, true, false},
+    {"rc series", Kind::Range, Series, true, false},
+    {"series current", Kind::IvTable, Series, true, false},
+    {"series mosfet", Kind::IvTable, Series, false, true},
+    {"on", Kind::Other, Switch, false, false},
+    {"off", Kind::Other, Switch, false, false},
+    {"ramp", Kind::Ramp, 0, false, false},
+    {"rising waveform", Kind::Waveform, 0, false, true},
+    {"falling waveform", Kind::Waveform, 0, false, true},
+    {"composite current", Kind::Other, 0, false, true},
+    {"model spec", Kind::Other, 0, false, false},
+    {"receiver thresholds", Kind::Other, Receives, false, false},
+    {"add submodel", Kind::Other, 0, false, true},
+    {"driver schedule", Kind::Other, 0, false, false},
+    {"algorithmic model", Kind::Other, 0, false, false},
+    {"end algorithmic model", Kind::Other, 0, false, false},
+    {"external model", Kind::Other, 0, false, false},
+    {"end external model", Kind::Other, 0, false, false},
+};
+
+Keyword const* findKeyword(std::string const& key)
+{
+    static std::unordered_map<std::string_view, Keyword const*> const keywords = [] {
+        std::unordered_map<std::string_view, Keyword const*> map;
+        for (Keyword const& keyword : kKeywords)
+            map.emplace(keyword.key, &keyword);
+        return map;
+    }();
+    auto const found = keywords.find(key);
+    return found != keywords.end() ? found->second : nullptr;
+}
+
+std::string number(double value)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", value);
+    return text;
+}
+
+char const* const kColumns[] = {"typ", "min", "max"};
+
+// A sub-parameter line: "Vinl = 0.8V", "Vinl=0.8V", "C_comp 2p 1p 3p".
+struct SubParameter {
+    std::string name;
+    std::vector<std::string> values;
+    bool equals = false;
+    int line = 0;
+};
+
+SubParameter subParameter(Item const& item)
+{
+    SubParameter sub;
+    sub.line = item.line;
+    std::vector<std::string> fields = item.fields;
+    std::string::size_type const at = fields[0].find('=');
+    if (at != std::string::npos) {
+        sub.equals = true;
+        std::string const rest = fields[0].substr(at + 1);
+        fields[0].erase(at);
+        if (!rest.empty())
+            fields.insert(fields.begin() + 1, rest);
+    } else if (fields.size() > 1 && fields[1][0] == '=') {
+        sub.equals = true;
+        fields[1].erase(0, 1);
+        if (fields[1].empty())
+            fields.erase(fields.begin() + 1);
+    }
+    sub.name = fields[0];
+    sub.values.assign(fields.begin() + 1, fields.end());
+    return sub;
+}
+
+class ModelRules {
+public:
+    ModelRules(ibis::Model const& model, ModelContext const& context, std::vector<Finding>& findings)
+        : _model(model), _context(context), _findings(findings)
+    {
+    }
+
+    void run();
+
+private:
+    void error(int line, std::string text) { addError(_findings, line, std::move(text)); }
+    void warning(int line, std::string text) { addWarning(_findings, line, std::move(text)); }
+
+    void checkName();
+    void checkSubParameters();
+    void checkSubParameter(SubParameter const& sub);
+    void checkSingleValue(SubParameter const& sub, double* value);
+    // typ, min, max: typ a number, min and max numbers or NA. False when not.
+    bool checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what);
+    void checkSections();
+    void checkSection(Section const& section, Keyword const* keyword);
+    void checkTable(Section const& section, bool waveform);
+    void checkRamp(Section const& section);
+    void checkWaveform(Section const& section);
+    void checkSubmodel(Section const& section);
+    void checkPresence();
+
+    bool has(char const* key) const { return _model.section(key) != nullptr; }
+    std::string typeShown() const { return _type != nullptr ? _type->name : "?"; }
+
+    ibis::Model const& _model;
+    ModelContext const& _context;
+    std::vector<Finding>& _findings;
+    ModelType const* _type = nullptr;
+    unsigned _flags = 0;
+    std::map<std::string, int> _subLines; // lower-case sub-parameter to its first line
+    double _vinl = 0, _vinh = 0;
+    bool _hasVinl = false, _hasVinh = false;
+};
+
+void ModelRules::run()
+{
+    checkName();
+    checkSubParameters();
+    checkSections();
+    checkPresence();
+}
+
+void ModelRules::checkName()
+{
+    std::string const& name = _model.name;
+    if (name.empty()) {
+        error(_model.line, "[Model] has no name");
+        return;
+    }
+    std::size_t const width = _context.version < 4.2 ? 20 : 40;
+    if (name.size() > width)
+        error(_model.line, "[Model] name " + shown(name) + " has " + std::to_string(name.size()) +
+                               " characters; at most " + std::to_string(width));
+}
+
+void ModelRules::checkSubParameters()
+{
+    // Sub-parameters stand behind the [Model] line, and may stand behind a
+    // one-line keyword such as [Voltage Range] as well.
+    for (Item const& item : _model.head)
+        checkSubParameter(subParameter(item));
+    for (Section const& section : _model.sections) {
+        Keyword const* keyword = findKeyword(section.key);
+        if (keyword != nullptr && keyword->kind == Kind::Range)
+            for (Item const& item : section.items)
+                checkSubParameter(subParameter(item));
+    }
+    if (_type == nullptr && _subLines.count("model_type") == 0)
+        error(_model.line, "[Model] " + _model.name + " has no Model_type");
+    if (_hasVinl && _hasVinh && _vinl >= _vinh)
+        warning(_subLines["vinl"], "Vinl " + number(_vinl) + " is not below Vinh " + number(_vinh));
+}
+
+void ModelRules::checkSubParameter(SubParameter const& sub)
+{
+    std::string lower = sub.name;
+    for (char& c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    auto const first = _subLines.emplace(lower, sub.line);
+    if (!first.second) {
+        warning(sub.line, sub.name + " stands twice (first at line " + std::to_string(first.first->second) + ")");
+        return;
+    }
+    std::string const value = sub.values.size() == 1 ? sub.values[0] : "";
+    if (lower == "model_type") {
+        _type = findType(value);
+        if (_type == nullptr)
+            error(sub.line, "Model_type " + shown(joinedFields(sub.values)) + " is not an IBIS model type");
+        else
+            _flags = _type->flags;
+    } else if (lower == "polarity") {
+        if (!ibis::sameWord(value, "Non-Inverting") && !ibis::sameWord(value, "Inverting"))
+            error(sub.line, "Polarity " + shown(joinedFields(sub.values)) + " is neither Non-Inverting nor Inverting");
+    } else if (lower == "enable") {
+        if (!ibis::sameWord(value, "Active-High") && !ibis::sameWord(value, "Active-Low"))
+            error(sub.line, "Enable " + shown(joinedFields(sub.values)) + " is neither Active-High nor Active-Low");
+    } else if (lower == "vinl" || lower == "vinh") {
+        double v = 0;
+        checkSingleValue(sub, &v);
+        (lower == "vinl" ? _vinl : _vinh) = v;
+        (lower == "vinl" ? _hasVinl : _hasVinh) = sub.values.size() == 1 && ibis::parseNumber(value).isValue();
+    } else if (lower == "cref" || lower == "rref" || lower == "cref_rising" || lower == "cref_falling" ||
+               lower == "rref_rising" || lower == "rref_falling" || lower == "cref_diff" || lower == "rref_diff") {
+        double v = 0;
+        checkSingleValue(sub, &v);
+        if (v < 0)
+            warning(sub.line, sub.name + " " + number(v) + " is negative");
+    } else if (lower == "vmeas" || lower == "vref" || lower == "vmeas_rising" || lower == "vmeas_falling" ||
+               lower == "vref_rising" || lower == "vref_falling") {
+        checkSingleValue(sub, nullptr);
+    } else if (lower == "c_comp" || lower == "c_comp_pullup" || lower == "c_comp_pulldown" ||
+               lower == "c_comp_power_clamp" || lower == "c_comp_gnd_clamp") {
+        if (sub.equals)
+            warning(sub.line, sub.name + " is written with \"=\"; its typ, min and max stand in columns");
+        if (checkTypMinMax(sub.values, sub.line, sub.name))
+            for (std::size_t i = 0; i < 3; ++i) {
+                Number const n = ibis::parseNumber(sub.values[i]);
+                if (n.isValue() && n.value < 0) {
+                    warning(sub.line, sub.name + " " + kColumns[i] + " " + number(n.value) + " is negative");
+                    break;
+                }
+            }
+    } else {
+        warning(sub.line, "unknown sub-parameter " + shown(sub.name) + " in [Model] " + _model.name);
+    }
+}
+
+void ModelRules::checkSingleValue(SubParameter const& sub, double* value)
+{
+    if (!sub.equals)
+        warning(sub.line, sub.name + " is written without \"=\"; parsers read \"" + sub.name + " = value\"");
+    if (sub.values.size() != 1) {
+        error(sub.line, sub.name + " needs one value; it has " + std::to_string(sub.values.size()));
+        return;
+    }
+    Number const n = ibis::parseNumber(sub.values[0]);
+    if (!n.isValue())
+        error(sub.line, sub.name + " value " + shown(sub.values[0]) + " is not a number");
+    else if (value != nullptr)
+        *value = n.value;
+}
+
+bool ModelRules::checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what)
+{
+    return ibischeck::checkTypMinMax(values, line, what, _findings);
+}
+
+void ModelRules::checkSections()
+{
+    std::map<std::string, int> seen; // key to its first line, within one [On] or [Off]
+    for (Section const& section : _model.sections) {
+        Keyword const* keyword = findKeyword(section.key);
+        if (keyword == nullptr) {
+            warning(section.line, "unknown keyword " + shown(section.shown) + " in [Model] " + _model.name);
+            continue;
+        }
+        if (section.key == "on" || section.key == "off")
+            seen.clear();
+        auto const first = seen.emplace(section.key, section.line);
+        if (!first.second && !keyword->repeats) {
+            std::string const text =
+                section.shown + " stands twice in [Model] " + _model.name + " (first at line " +
+                std::to_string(first.first->second) + ")";
+            if (keyword->strict)
+                error(section.line, text);
+            else
+                warning(section.line, text);
+        }
+        checkSection(section, keyword);
+    }
+}
+
+void ModelRules::checkSection(Section const& section, Keyword const* keyword)
+{
+    if (_type != nullptr && keyword->only != 0 && (_flags & keyword->only) == 0) {
+        char const* const owner = keyword->only == Terminator ? "Terminator models"
+                                  : keyword->only == Series   ? "Series and Series_switch models"
+                                  : keyword->only == Switch   ? "Series_switch models"
+                                                              : "models that receive";
+        warning(section.line, section.shown + " belongs to " + owner + ", not to type " + _type->name);
+    }
+    if (section.key == "algorithmic model" && (_flags & (Terminator | Series)) != 0)
+        error(section.line, "[Algorithmic Model] is not allowed in a model of type " + typeShown());
+    switch (keyword->kind) {
+    case Kind::Range:
+        checkTypMinMax(section.args, section.line, section.shown);
+        for (Row const& row : section.rows)
+            error(row.line, "line under " + section.shown + " is no sub-parameter; its values stand on the keyword line");
+        break;
+    case Kind::IvTable:
+        checkTable(section, false);
+        break;
+    case Kind::Ramp:
+        checkRamp(section);
+        break;
+    case Kind::Waveform:
+        checkWaveform(section);
+        break;
+    case Kind::Other:
+        if (section.key == "add submodel")
+            checkSubmodel(section);
+        break;
+    }
+}
+
+void ModelRules::checkTable(Section const& section, bool waveform)
+{
+    std::string const& what = section.shown;
+    char const* const index = waveform ? "time" : "voltage";
+    if (!waveform)
+        for (Item const& item : section.items)
+            if (!(section.key == "series mosfet" && ibis::sameWord(subParameter(item).name, "Vds")))
+                error(item.line, what + " line " + shown(item.fields[0]) + " is not a row of numbers");
+
+    std::size_t const rows = section.rows.size();
+    std::size_t const limit = waveform ? (_context.version < 4.0 ? 100 : 1000) : 100;
+    char const* const table = waveform ? "a waveform" : "an I-V table";
+    if (rows < 2)
+        error(section.line, what + " has " + std::to_string(rows) + (rows == 1 ? " row" : " rows") + "; " + table +
+                                " needs at least 2");
+    else if (rows > limit)
+        error(section.line, what + " has " + std::to_string(rows) + " rows; " + table + " holds at most " +
+                                std::to_string(limit));
+
+    // Only zero currents in the table that an open model type does not use.
+    bool const zeroOnly = (section.key == "pullup" && (_flags & ZeroPullup) != 0) ||
+                          (section.key == "pulldown" && (_flags & ZeroPulldown) != 0);
+    bool ordered = true, zeroSeen = false;
+    int direction = 0;
+    Row const* previous = nullptr;
+    bool columnData[3] = {false, false, false};
+    for (Row const& row : section.rows) {
+        if (row.fields != 4)
+            error(row.line, what + " row of " + std::to_string(row.fields) +
+                                (row.fields == 1 ? " column; " : " columns; ") + index + ", typ, min and max make four");
+        Number const& at = row.cells[0];
+        if (at.kind == Number::NotAvailable)
+            error(row.line, what + " " + index + " is NA; the " + index + " column needs numbers");
+        else if (at.kind == Number::Invalid && row.fields > 0)
+            error(row.line, what + " " + index + " is not a number");
+        for (int i = 1; i < 4 && i < row.fields; ++i) {
+            Number const& cell = row.cells[i];
+            if (cell.kind == Number::Invalid)
+                error(row.line, what + " " + kColumns[i - 1] + " is not a number");
+            columnData[i - 1] = columnData[i - 1] || cell.isValue();
+            if (zeroOnly && !zeroSeen && cell.isValue() && cell.value != 0) {
+                zeroSeen = true;
+                error(row.line, what + " current " + number(cell.value) + " in a model of type " + typeShown() +
+                                    "; only zero currents may stand here");
+            }
+        }
+        if (!at.isValue())
+            continue;
+        if (ordered && previous != nullptr) {
+            double const step = at.value - previous->cells[0].value;
+            if (step == 0) {
+                ordered = false;
+                error(row.line, what + " " + index + " " + number(at.value) + " repeats line " +
+                                    std::to_string(previous->line));
+            } else if (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction) {
+                ordered = false;
+                error(row.line, what + " " + index + " " + number(at.value) + " follows " +
+                                    number(previous->cells[0].value) + " (line " + std::to_string(previous->line) +
+                                    "); the " + index + (waveform ? " column must rise" : "s must rise or fall") +
+                                    " throughout");
+            }
+            direction = step > 0 ? 1 : -1;
+        }
+        previous = &row;
+    }
+    if (rows == 0)
+        return;
+    Row const* const ends[] = {&section.rows.front(), &section.rows.back()};
+    for (int e = 0; e < (rows > 1 ? 2 : 1); ++e) {
+        Row const& row = *ends[e];
+        char const* const which = e == 0 ? "first" : "last";
+        if (row.fields > 1 && row.cells[1].kind == Number::NotAvailable)
+            error(row.line, what + " typ is NA in its " + which + " row; it needs a number there");
+        for (int i = 2; i < 4; ++i)
+            if (columnData[i - 1] && row.fields > i && row.cells[i].kind == Number::NotAvailable)
+                warning(row.line, what + " " + kColumns[i - 1] + " is NA in its " + which +
+                                      " row, while the column has data");
+    }
+}
+
+// One [Ramp] corner: "dV/dt", both numbers, dt above 0.
+void checkFraction(std::string const& field, int line, std::string const& what, std::vector<Finding>& findings)
+{
+    std::string::size_type const slash = field.find('/');
+    Number const dv = ibis::parseNumber(field.substr(0, slash));
+    Number const dt = slash == std::string::npos ? Number() : ibis::parseNumber(field.substr(slash + 1));
+    if (!dv.isValue() || !dt.isValue())
+        addError(findings, line, what + " " + shown(field) + " is not a dV/dt fraction");
+    else if (dt.value <= 0)
+        addError(findings, line, what + " " + shown(field) + " has a dt that is not above 0");
+    else if (dv.value < 0)
+        addWarning(findings, line, what + " " + shown(field) + " has a negative dV");
+}
+
+void ModelRules::checkRamp(Section const& section)
+{
+    std::map<std::string, int> lines;
+    for (Item const& item : section.items) {
+        SubParameter const sub = subParameter(item);
+        std::string lower = sub.name;
+        for (char& c : lower)
+            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        auto const first = lines.emplace(lower, item.line);
+        if (!first.second) {
+            warning(item.line, sub.name + " stands twice in [Ramp] (first at line " +
+                                   std::to_string(first.first->second) + ")");
+            continue;
+        }
+        if (lower == "dv/dt_r" || lower == "dv/dt_f") {
+            if (sub.values.size() != 3) {
+                error(item.line, sub.name + " needs typ, min and max; it has " + std::to_string(sub.values.size()) +
+                                     (sub.values.size() == 1 ? " value" : " values"));
+                continue;
+            }
+            for (std::size_t i = 0; i < 3; ++i) {
+                std::string const what = sub.name + " " + kColumns[i];
+                if (ibis::parseNumber(sub.values[i]).kind == Number::NotAvailable) {
+                    if (i == 0)
+                        error(item.line, what + " is NA; only min and max may be");
+                    continue;
+                }
+                checkFraction(sub.values[i], item.line, what, _findings);
+            }
+        } else if (lower == "r_load") {
+            double value = 1;
+            checkSingleValue(sub, &value);
+            if (value <= 0)
+                error(item.line, "R_load " + number(value) + " is not above 0");
+        } else {
+            warning(item.line, "unknown line " + shown(sub.name) + " in [Ramp]");
+        }
+    }
+    for (Row const& row : section.rows)
+        error(row.line, "[Ramp] line is no dV/dt_r, dV/dt_f or R_load line");
+    for (char const* needed : {"dV/dt_r", "dV/dt_f"}) {
+        std::string lower = needed;
+        lower[1] = 'v';
+        if (lines.count(lower) == 0)
+            error(section.line, std::string("[Ramp] has no ") + needed + " line");
+    }
+}
+
+void ModelRules::checkWaveform(Section const& section)
+{
+    static char const* const known[] = {"r_fixture", "v_fixture", "v_fixture_min", "v_fixture_max", "c_fixture",
+                                        "l_fixture", "r_dut",     "l_dut",         "c_dut"};
+    std::map<std::string, int> lines;
+    for (Item const& item : section.items) {
+        SubParameter const sub = subParameter(item);
+        std::string lower = sub.name;
+        for (char& c : lower)
+            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        bool knownName = false;
+        for (char const* name : known)
+            knownName = knownName || lower == name;
+        if (!knownName) {
+            error(item.line, section.shown + " line " + shown(item.fields[0]) + " is neither a fixture value nor a row of numbers");
+            continue;
+        }
+        if (!lines.emplace(lower, item.line).second) {
+            warning(item.line, sub.name + " stands twice in " + section.shown);
+            continue;
+        }
+        checkSingleValue(sub, nullptr);
+    }
+    for (char const* needed : {"R_fixture", "V_fixture"}) {
+        std::string lower = needed;
+        lower[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(lower[0])));
+        if (lines.count(lower) == 0)
+            error(section.line, section.shown + " has no " + needed);
+    }
+    checkTable(section, true);
+}
+
+void ModelRules::checkSubmodel(Section const& section)
+{
+    for (Item const& item : section.items) {
+        if (item.fields.size() < 2) {
+            error(item.line, "[Add Submodel] line needs a submodel name and a mode");
+            continue;
+        }
+        std::string const& mode = item.fields[1];
+        bool const driving = ibis::sameWord(mode, "Driving");
+        bool const nonDriving = ibis::sameWord(mode, "Non-Driving");
+        if (!driving && !nonDriving && !ibis::sameWord(mode, "All"))
+            error(item.line, "[Add Submodel] mode " + shown(mode) + " is not Driving, Non-Driving or All");
+        else if (_type != nullptr && driving && (_flags & Drives) == 0)
+            error(item.line, "[Add Submodel] mode Driving in a model of type " + typeShown());
+        else if (_type != nullptr && nonDriving && (_flags & AlwaysDriving) != 0)
+            error(item.line, "[Add Submodel] mode Non-Driving in a model of type " + typeShown());
+        if (_context.master)
+            warning(item.line, "[Add Submodel] " + item.fields[0] +
+                                   ": design files get no [Submodel] block, as only [Model] blocks are copied");
+    }
+}
+
+void ModelRules::checkPresence()
+{
+    if (!has("voltage range") &&
+        !(has("pullup reference") && has("pulldown reference") && has("power clamp reference") &&
+          has("gnd clamp reference")))
+        error(_model.line, "[Model] " + _model.name +
+                               " has no [Voltage Range], nor all four of [Pullup Reference], [Pulldown Reference], "
+                               "[POWER Clamp Reference] and [GND Clamp Reference]");
+    if (_type == nullptr)
+        return;
+    std::string const of = "[Model] " + _model.name + " of type " + _type->name;
+    if ((_flags & Series) == 0) {
+        bool comp = false;
+        for (char const* name : {"c_comp", "c_comp_pullup", "c_comp_pulldown", "c_comp_power_clamp", "c_comp_gnd_clamp"})
+            comp = comp || _subLines.count(name) != 0;
+        if (!comp)
+            error(_model.line, of + " has no C_comp, nor any C_comp_pullup, C_comp_pulldown, C_comp_power_clamp "
+                                    "or C_comp_gnd_clamp");
+    }
+    if ((_flags & Drives) != 0 && (_flags & Diff) == 0 && !has("ramp"))
+        error(_model.line, of + " has no [Ramp]");
+    if ((_flags & NeedsPulldown) != 0 && !has("pulldown"))
+        warning(_model.line, of + " has no [Pulldown]");
+    if ((_flags & NeedsPullup) != 0 && !has("pullup"))
+        warning(_model.line, of + " has no [Pullup]");
+    if ((_flags & Switch) != 0)
+        for (char const* key : {"on", "off"})
+            if (!has(key))
+                warning(_model.line, of + " has no [" + std::string(key == std::string("on") ? "On" : "Off") + "]");
+    if ((_flags & Diff) != 0 && !has("external model"))
+        warning(_model.line, of + " has no [External Model]");
+    if (has("rac") != has("cac"))
+        warning(_model.line, "[Model] " + _model.name + ": [Rac] and [Cac] go together");
+    if (has("rl series") && !has("l series"))
+        warning(_model.line, "[Model] " + _model.name + ": [Rl Series] needs [L Series]");
+    if ((has("lc series") || has("rc series")) && !has("c series"))
+        warning(_model.line, "[Model] " + _model.name + ": [Lc Series] and [Rc Series] need [C Series]");
+    if (_subLines.count("enable") != 0 && (_flags & Enables) == 0)
+        warning(_subLines["enable"], "Enable means nothing to a model of type " + typeShown());
+}
+
+} // namespace
+
+bool checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what,
+                    std::vector<Finding>& findings)
+{
+    if (values.size() != 3) {
+        addError(findings, line, what + " needs typ, min and max; it has " + std::to_string(values.size()) +
+                                     (values.size() == 1 ? " value" : " values"));
+        return false;
+    }
+    bool good = true;
+    for (std::size_t i = 0; i < 3; ++i) {
+        Number const n = ibis::parseNumber(values[i]);
+        if (n.kind == Number::Invalid) {
+            addError(findings, line, what + " " + kColumns[i] + " " + shown(values[i]) + " is not a number");
+            good = false;
+        } else if (i == 0 && n.kind == Number::NotAvailable) {
+            addError(findings, line, what + " typ is NA; only min and max may be");
+            good = false;
+        }
+    }
+    return good;
+}
+
+void checkModel(ibis::Model const& model, ModelContext const& context, std::vector<Finding>& findings)
+{
+    ModelRules(model, context, findings).run();
+}
+
+std::string modelTypeOf(ibis::Model const& model)
+{
+    std::string value;
+    if (!model.headValue("model_type", value))
+        return "";
+    ModelType const* type = findType(value);
+    return type != nullptr ? type->name : "";
+}
+
+bool isSeriesType(std::string const& type)
+{
+    ModelType const* found = findType(type);
+    return found != nullptr && (found->flags & Series) != 0;
+}
+
+double ibisVersion(std::string const& value)
+{
+    static char const* const versions[] = {"1.1", "2.1", "3.2", "4.0", "4.1", "4.2", "5.0",
+                                           "5.1", "6.0", "6.1", "7.0", "7.1", "7.2"};
+    for (char const* version : versions)
+        if (value == version)
+            return ibis::parseNumber(value).value;
+    return 0;
+}
+
+} // namespace ibischeck
