@@ -24,9 +24,29 @@ struct Number {
 // or a character after the number that is not a letter ("1.0,", "2/3").
 Number parseNumber(std::string_view field);
 
+// Where the digits of a number field stand, as scanNumber() found them. A
+// field that differs from that one in its digits only (every other byte
+// alike) is a value too, and readLaidOut() gives the value that
+// scanNumber() would, looking at its digits alone.
+struct NumberLayout {
+    bool usable = false; // a value of at most 19 mantissa and 4 exponent digits
+    bool negative = false;
+    bool negativeExponent = false;
+    unsigned char integerAt = 0, integerDigits = 0;
+    unsigned char fractionAt = 0, fractionDigits = 0;
+    unsigned char exponentAt = 0, exponentDigits = 0;
+    signed char scale = 0; // the ten's exponent of the scale letter
+};
+
 // Reads the field that starts at p, up to the first blank, tab or comment
 // character or `end`, as parseNumber does, and tells where it stopped.
-char const* scanNumber(char const* p, char const* end, char comment, Number& number);
+// With layout, also where its digits stand.
+char const* scanNumber(char const* p, char const* end, char comment, Number& number,
+                       NumberLayout* layout = nullptr);
+
+// The value of the field at p, laid out as `layout` says (which is
+// usable). It may read the bytes behind the field up to limit.
+double readLaidOut(char const* p, char const* limit, NumberLayout const& layout);
 
 // The ten's exponent of a scale letter, or 0 with false for any other byte.
 bool scaleExponent(char letter, int& exponent);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 
 #include "ibis/ibis_syntax.h"
 
@@ -126,6 +127,8 @@ bool endsModel(std::string_view key)
 
 ModelReader::ModelReader(Sink sink) : _sink(std::move(sink)) {}
 
+ModelReader::ModelReader(Sink sink, WholeRows wholeRows) : _sink(std::move(sink)), _wholeRows(wholeRows) {}
+
 void ModelReader::close(std::string endedBy)
 {
     if (!_open)
@@ -144,6 +147,7 @@ void ModelReader::drop()
 
 void ModelReader::recycle()
 {
+    _pattern.valid = false;
     // The rows' storage serves the next blocks: no allocation per row once
     // the first blocks are read.
     for (Section& section : _model.sections) {
@@ -189,6 +193,8 @@ bool ModelReader::feed(Line const& line, char comment)
             section.rows = std::move(_spareRows.back());
             _spareRows.pop_back();
         }
+        _keepAll = _wholeRows == nullptr || _wholeRows(section.key);
+        _pattern.valid = false;
         _model.sections.push_back(std::move(section));
         _model.lastLine = line.number;
         return true;
@@ -212,25 +218,165 @@ bool ModelReader::feed(Line const& line, char comment)
             .push_back(std::move(item));
         return true;
     }
-    // A row of numbers, read field by field in one pass.
+    // A row of numbers.
+    readRow(p, end, comment, line.number, nullptr, nullptr);
+    _pattern.valid = false; // the last row is not the pattern's
+    return true;
+}
+
+void ModelReader::readRow(char const* p, char const* end, char comment, int number, char const* line,
+                          RowLayout* layout)
+{
+    // Field by field in one pass.
     std::vector<Row>& rows = _model.sections.back().rows;
     rows.emplace_back();
     Row& row = rows.back();
-    row.line = line.number;
+    row.line = number;
     for (;;) {
         while (p < end && (*p == ' ' || *p == '\t'))
             ++p;
         if (p == end || *p == comment)
             break;
         if (row.fields < 4) {
-            p = scanNumber(p, end, comment, row.cells[row.fields]);
+            NumberLayout* digits = nullptr;
+            if (layout != nullptr) {
+                layout->starts[row.fields] = static_cast<std::uint32_t>(p - line);
+                digits = &layout->numbers[row.fields];
+            }
+            p = scanNumber(p, end, comment, row.cells[row.fields], digits);
+            if (!_keepAll && row.fields > 0)
+                row.cells[row.fields].value = 0.0;
         } else {
             while (p < end && *p != ' ' && *p != '\t' && *p != comment)
                 ++p;
         }
         ++row.fields;
     }
-    return true;
+}
+
+namespace {
+
+std::uint64_t const kHighBits = 0x8080808080808080ull;
+std::uint64_t const kZeros = 0x3030303030303030ull; // "0" in every byte
+std::uint64_t const kNines = 0x7676767676767676ull; // 0x7F - 9: carries into the high bit above 9
+
+std::uint64_t word(char const* p)
+{
+    std::uint64_t w;
+    std::memcpy(&w, p, sizeof w);
+    return w;
+}
+
+} // namespace
+
+void ModelReader::keepPattern(char const* text, std::size_t size, bool crlf, char comment,
+                              RowLayout const& layout)
+{
+    _pattern.valid = size <= kPatternWords * 8;
+    if (!_pattern.valid)
+        return;
+    _pattern.size = size;
+    _pattern.crlf = crlf;
+    _pattern.comment = comment;
+    _pattern.words = (size + 7) / 8;
+    _pattern.layout = layout;
+    for (std::size_t w = 0; w < _pattern.words; ++w) {
+        char bytes[8] = {0, 0, 0, 0, 0, 0, 0, 0};
+        std::size_t const have = size - w * 8 < 8 ? size - w * 8 : 8;
+        std::memcpy(bytes, text + w * 8, have);
+        // Per byte: y = byte ^ "0" is at most 9 for a digit.
+        std::uint64_t const y = word(bytes) ^ kZeros;
+        std::uint64_t const digits = ~(((y & ~kHighBits) + kNines) | y) & kHighBits;
+        std::uint64_t const spread = (digits >> 7) * 0xFF;
+        _pattern.text[w] = (word(bytes) & ~spread) | (kZeros & spread);
+        _pattern.limit[w] = kHighBits | (digits >> 7) * 9;
+        _pattern.used[w] = have == 8 ? kHighBits : kHighBits >> (8 * (8 - have));
+    }
+}
+
+// The line at p has the pattern's bytes, but for a digit where the pattern
+// has one, and its line end; room is how many bytes may be read at p.
+bool ModelReader::matchesPattern(char const* p, std::size_t room) const
+{
+    if (room < _pattern.words * 8 + 16)
+        return false;
+    std::uint64_t bad = 0;
+    for (std::size_t w = 0; w < _pattern.words; ++w) {
+        // Per byte y = byte ^ pattern byte, which must not exceed 9 at a
+        // digit and must be 0 elsewhere: (0x80 + limit) - y keeps its high
+        // bit exactly when y is within the limit.
+        std::uint64_t const y = word(p + w * 8) ^ _pattern.text[w];
+        bad |= (~(_pattern.limit[w] - (y & ~kHighBits)) | y) & _pattern.used[w];
+    }
+    char const* const end = p + _pattern.size;
+    return bad == 0 && (_pattern.crlf ? end[0] == '\r' && end[1] == '\n' : end[0] == '\n');
+}
+
+char const* ModelReader::readPatternRows(char const* p, char const* end, int first, char comment, int& lines)
+{
+    // What stays the same from line to line, held apart from the rows, which
+    // the compiler would have to reread behind every row written.
+    std::vector<Row>& rows = _model.sections.back().rows;
+    Row const same = _pattern.row;
+    RowLayout const layout = _pattern.layout;
+    std::size_t const size = _pattern.size;
+    std::size_t const step = size + (_pattern.crlf ? 2 : 1);
+    int const fields = same.fields < 4 ? same.fields : 4;
+    int const read = _keepAll ? fields : (fields > 0 ? 1 : 0);
+    while (matchesPattern(p, static_cast<std::size_t>(end - p))) {
+        rows.push_back(same);
+        Row& row = rows.back();
+        row.line = first + lines;
+        for (int i = 0; i < read; ++i)
+            if (layout.numbers[i].usable)
+                row.cells[i].value = readLaidOut(p + layout.starts[i], end, layout.numbers[i]);
+            else if (row.cells[i].kind == Number::Value)
+                scanNumber(p + layout.starts[i], p + size, comment, row.cells[i]);
+        p += step;
+        ++lines;
+    }
+    return p;
+}
+
+std::size_t ModelReader::feedRows(std::string_view text, int first, char comment, std::size_t longest, int& lines)
+{
+    lines = 0;
+    if (!_open || _model.sections.empty())
+        return 0;
+    char const* const begin = text.data();
+    char const* const end = begin + text.size();
+    char const* p = begin;
+    if (_pattern.comment != comment || _pattern.size + (_pattern.crlf ? 1 : 0) > longest)
+        _pattern.valid = false;
+    for (;;) {
+        if (_pattern.valid)
+            p = readPatternRows(p, end, first, comment, lines);
+        // A line of another pattern, read field by field: it gives the
+        // pattern of the lines behind it.
+        char const* const lf = static_cast<char const*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
+        if (lf == nullptr)
+            break;
+        std::size_t const bytes = static_cast<std::size_t>(lf - p);
+        if (bytes > longest || std::memchr(p, '[', bytes) != nullptr)
+            break;
+        bool const crlf = bytes > 0 && lf[-1] == '\r';
+        char const* const textEnd = lf - (crlf ? 1 : 0);
+        char const* q = p;
+        while (q < textEnd && (*q == ' ' || *q == '\t'))
+            ++q;
+        if (q == textEnd || *q == comment ||
+            isWordLine(std::string_view(q, static_cast<std::size_t>(textEnd - q)), comment))
+            break; // feed() reads it
+        RowLayout layout;
+        readRow(q, textEnd, comment, first + lines, p, &layout);
+        keepPattern(p, static_cast<std::size_t>(textEnd - p), crlf, comment, layout);
+        _pattern.row = _model.sections.back().rows.back();
+        p = lf + 1;
+        ++lines;
+    }
+    if (lines > 0)
+        _model.lastLine = first + lines - 1;
+    return static_cast<std::size_t>(p - begin);
 }
 
 void ModelReader::finish()
