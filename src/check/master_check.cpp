@@ -345,6 +345,34 @@ void MasterCheck::feed(ibis::Line const& line)
         _comment.change(ibis::keywordRest(line.text));
 }
 
+bool MasterCheck::frameRead() const
+{
+    return _component != 0 && _package != 0 && _pin != 0 && _pinList == PinList::Done && _naming.idle() &&
+           _naming.ended() && (!_namingWithoutComponent || _namingWithoutComponent->idle());
+}
+
+std::size_t MasterCheck::feedRows(ibis::LineSource& source)
+{
+    // Rows hold no "[" (no keyword, nothing that ends a copy) and are short
+    // enough for every reader: what feed() does with them is read them into
+    // the open model, and count them as its content.
+    if (!_reader.inModel() || !frameRead())
+        return 0;
+    int const first = source.lastNumber() + 1;
+    int lines = 0;
+    std::size_t const bytes = _reader.feedRows(source.ahead(), first, _comment.current(), kNamingLineLimit, lines);
+    if (lines == 0)
+        return 0;
+    source.skip(bytes, lines);
+    _number = first + lines - 1;
+    if (_block && _block->readerModel && _block->readerEnd == -1)
+        _block->lastContent = _number;
+    for (BlockCopy& block : _awaiting)
+        if (block.readerModel && block.readerEnd == -1 && block.contentAfterEnd == 0)
+            block.contentAfterEnd = first;
+    return bytes;
+}
+
 void MasterCheck::finishBlocks(int lines)
 {
     _number = lines;
@@ -385,10 +413,11 @@ void MasterCheck::handOver(ibis::Line const& line)
     settle();
 }
 
-void MasterCheck::absorb(MasterCheck& later)
+void MasterCheck::absorb(MasterCheck& later, int shift)
 {
     _findings.insert(_findings.end(), later._findings.begin(), later._findings.end());
-    _blocks.insert(_blocks.end(), later._blocks.begin(), later._blocks.end());
+    for (auto const& [name, line] : later._blocks)
+        _blocks.emplace_back(name, line + shift);
 }
 
 std::vector<Finding> MasterCheck::finishFrame(int lines)
@@ -441,7 +470,13 @@ std::vector<Finding> MasterCheck::finishFrame(int lines)
 std::vector<Finding> checkMasterFile(std::istream& in, std::string const& family)
 {
     MasterCheck check(family);
-    return checkLines(in, check);
+    ibis::LineSource source(in);
+    ibis::Line line;
+    while (source.next(line)) {
+        check.feed(line);
+        check.feedRows(source);
+    }
+    return check.finish(source.lastNumber());
 }
 
 std::vector<Finding> checkMasterFile(std::string const& text, std::string const& family)

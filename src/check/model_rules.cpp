@@ -419,13 +419,19 @@ void ModelRules::checkTable(Section const& section, bool waveform)
                                 std::to_string(limit));
 
     // Only zero currents in the table that an open model type does not use.
-    bool const zeroOnly = (section.key == "pullup" && (_flags & ZeroPullup) != 0) ||
-                          (section.key == "pulldown" && (_flags & ZeroPulldown) != 0);
-    bool ordered = true, zeroSeen = false;
-    int direction = 0;
-    Row const* previous = nullptr;
+    bool const zeroOnly = readsEveryValue(section.key) &&
+                          (_flags & (section.key == "pullup" ? ZeroPullup : ZeroPulldown)) != 0;
+    bool zeroSeen = false;
     bool columnData[3] = {false, false, false};
     for (Row const& row : section.rows) {
+        Number const* const cells = row.cells;
+        if (row.fields == 4 && !zeroOnly && cells[0].kind == Number::Value && cells[1].kind != Number::Invalid &&
+            cells[2].kind != Number::Invalid && cells[3].kind != Number::Invalid) {
+            // The usual row, with nothing to say about it.
+            for (int i = 0; i < 3; ++i)
+                columnData[i] = columnData[i] || cells[i + 1].isValue();
+            continue;
+        }
         if (row.fields != 4)
             error(row.line, what + " row of " + std::to_string(row.fields) +
                                 (row.fields == 1 ? " column; " : " columns; ") + index + ", typ, min and max make four");
@@ -445,20 +451,29 @@ void ModelRules::checkTable(Section const& section, bool waveform)
                                     "; only zero currents may stand here");
             }
         }
+    }
+
+    // The index column up to its first step out of order (its findings
+    // follow those of the cells of their row).
+    Row const* previous = nullptr;
+    int direction = 0;
+    for (Row const& row : section.rows) {
+        Number const& at = row.cells[0];
         if (!at.isValue())
             continue;
-        if (ordered && previous != nullptr) {
+        if (previous != nullptr) {
             double const step = at.value - previous->cells[0].value;
             if (step == 0) {
-                ordered = false;
                 error(row.line, what + " " + index + " " + number(at.value) + " repeats line " +
                                     std::to_string(previous->line));
-            } else if (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction) {
-                ordered = false;
+                break;
+            }
+            if (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction) {
                 error(row.line, what + " " + index + " " + number(at.value) + " follows " +
                                     number(previous->cells[0].value) + " (line " + std::to_string(previous->line) +
                                     "); the " + index + (waveform ? " column must rise" : "s must rise or fall") +
                                     " throughout");
+                break;
             }
             direction = step > 0 ? 1 : -1;
         }
@@ -658,6 +673,11 @@ bool checkTypMinMax(std::vector<std::string> const& values, int line, std::strin
         }
     }
     return good;
+}
+
+bool readsEveryValue(std::string_view key)
+{
+    return key == "pullup" || key == "pulldown";
 }
 
 void checkModel(ibis::Model const& model, ModelContext const& context, std::vector<Finding>& findings)
