@@ -301,10 +301,10 @@ void MasterCheck::feed(ibis::Line const& line)
         _namingWithoutComponent->feed(line.text, line.number);
 
     bool const keyword = ibis::isKeywordLine(line.text);
-    if (keyword)
-        _keywordShown = std::string(ibis::keywordShown(line.text));
+    std::string const key = keyword ? ibis::keywordKey(line.text) : std::string();
     if (keyword) {
-        std::string const key = ibis::keywordKey(line.text);
+        std::string_view const shownKeyword = ibis::keywordShown(line.text);
+        _keywordShown.assign(shownKeyword.data(), shownKeyword.size());
         if (key == "ibis ver" && !_header.versionSeen) {
             _header = headerOf(line.text, _comment.current());
             _context.version = _header.version;
@@ -341,7 +341,7 @@ void MasterCheck::feed(ibis::Line const& line)
     blockLine(line, content);
     if (!_awaiting.empty())
         settle();
-    if (keyword && ibis::keywordKey(line.text) == "comment char")
+    if (key == "comment char")
         _comment.change(ibis::keywordRest(line.text));
 }
 

@@ -157,6 +157,14 @@ std::string number(double value)
 
 char const* const kColumns[] = {"typ", "min", "max"};
 
+// A sub-parameter's name in lower case, as the rules compare it.
+std::string lowered(std::string text)
+{
+    for (char& c : text)
+        c = ibis::lowerCase(c);
+    return text;
+}
+
 // A sub-parameter line: "Vinl = 0.8V", "Vinl=0.8V", "C_comp 2p 1p 3p".
 struct SubParameter {
     std::string name;
@@ -169,22 +177,24 @@ SubParameter subParameter(Item const& item)
 {
     SubParameter sub;
     sub.line = item.line;
-    std::vector<std::string> fields = item.fields;
+    std::vector<std::string> const& fields = item.fields;
     std::string::size_type const at = fields[0].find('=');
+    auto next = fields.begin() + 1; // the first field behind the name and its "="
     if (at != std::string::npos) {
         sub.equals = true;
-        std::string const rest = fields[0].substr(at + 1);
-        fields[0].erase(at);
-        if (!rest.empty())
-            fields.insert(fields.begin() + 1, rest);
-    } else if (fields.size() > 1 && fields[1][0] == '=') {
-        sub.equals = true;
-        fields[1].erase(0, 1);
-        if (fields[1].empty())
-            fields.erase(fields.begin() + 1);
+        sub.name = fields[0].substr(0, at);
+        if (at + 1 < fields[0].size())
+            sub.values.push_back(fields[0].substr(at + 1));
+    } else {
+        sub.name = fields[0];
+        if (fields.size() > 1 && fields[1][0] == '=') {
+            sub.equals = true;
+            if (fields[1].size() > 1)
+                sub.values.push_back(fields[1].substr(1));
+            ++next;
+        }
     }
-    sub.name = fields[0];
-    sub.values.assign(fields.begin() + 1, fields.end());
+    sub.values.insert(sub.values.end(), next, fields.end());
     return sub;
 }
 
@@ -269,43 +279,42 @@ void ModelRules::checkSubParameters()
 
 void ModelRules::checkSubParameter(SubParameter const& sub)
 {
-    std::string lower = sub.name;
-    for (char& c : lower)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    std::string const lower = lowered(sub.name);
+    std::string_view const name = lower; // compared with words below: by length first
     auto const first = _subLines.emplace(lower, sub.line);
     if (!first.second) {
         warning(sub.line, sub.name + " stands twice (first at line " + std::to_string(first.first->second) + ")");
         return;
     }
     std::string const value = sub.values.size() == 1 ? sub.values[0] : "";
-    if (lower == "model_type") {
+    if (name == "model_type") {
         _type = findType(value);
         if (_type == nullptr)
             error(sub.line, "Model_type " + shown(joinedFields(sub.values)) + " is not an IBIS model type");
         else
             _flags = _type->flags;
-    } else if (lower == "polarity") {
+    } else if (name == "polarity") {
         if (!ibis::sameWord(value, "Non-Inverting") && !ibis::sameWord(value, "Inverting"))
             error(sub.line, "Polarity " + shown(joinedFields(sub.values)) + " is neither Non-Inverting nor Inverting");
-    } else if (lower == "enable") {
+    } else if (name == "enable") {
         if (!ibis::sameWord(value, "Active-High") && !ibis::sameWord(value, "Active-Low"))
             error(sub.line, "Enable " + shown(joinedFields(sub.values)) + " is neither Active-High nor Active-Low");
-    } else if (lower == "vinl" || lower == "vinh") {
+    } else if (name == "vinl" || name == "vinh") {
         double v = 0;
         checkSingleValue(sub, &v);
-        (lower == "vinl" ? _vinl : _vinh) = v;
-        (lower == "vinl" ? _hasVinl : _hasVinh) = sub.values.size() == 1 && ibis::parseNumber(value).isValue();
-    } else if (lower == "cref" || lower == "rref" || lower == "cref_rising" || lower == "cref_falling" ||
-               lower == "rref_rising" || lower == "rref_falling" || lower == "cref_diff" || lower == "rref_diff") {
+        (name == "vinl" ? _vinl : _vinh) = v;
+        (name == "vinl" ? _hasVinl : _hasVinh) = sub.values.size() == 1 && ibis::parseNumber(value).isValue();
+    } else if (name == "cref" || name == "rref" || name == "cref_rising" || name == "cref_falling" ||
+               name == "rref_rising" || name == "rref_falling" || name == "cref_diff" || name == "rref_diff") {
         double v = 0;
         checkSingleValue(sub, &v);
         if (v < 0)
             warning(sub.line, sub.name + " " + number(v) + " is negative");
-    } else if (lower == "vmeas" || lower == "vref" || lower == "vmeas_rising" || lower == "vmeas_falling" ||
-               lower == "vref_rising" || lower == "vref_falling") {
+    } else if (name == "vmeas" || name == "vref" || name == "vmeas_rising" || name == "vmeas_falling" ||
+               name == "vref_rising" || name == "vref_falling") {
         checkSingleValue(sub, nullptr);
-    } else if (lower == "c_comp" || lower == "c_comp_pullup" || lower == "c_comp_pulldown" ||
-               lower == "c_comp_power_clamp" || lower == "c_comp_gnd_clamp") {
+    } else if (name == "c_comp" || name == "c_comp_pullup" || name == "c_comp_pulldown" ||
+               name == "c_comp_power_clamp" || name == "c_comp_gnd_clamp") {
         if (sub.equals)
             warning(sub.line, sub.name + " is written with \"=\"; its typ, min and max stand in columns");
         if (checkTypMinMax(sub.values, sub.line, sub.name))
@@ -513,16 +522,15 @@ void ModelRules::checkRamp(Section const& section)
     std::map<std::string, int> lines;
     for (Item const& item : section.items) {
         SubParameter const sub = subParameter(item);
-        std::string lower = sub.name;
-        for (char& c : lower)
-            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        std::string const lower = lowered(sub.name);
+        std::string_view const name = lower;
         auto const first = lines.emplace(lower, item.line);
         if (!first.second) {
             warning(item.line, sub.name + " stands twice in [Ramp] (first at line " +
                                    std::to_string(first.first->second) + ")");
             continue;
         }
-        if (lower == "dv/dt_r" || lower == "dv/dt_f") {
+        if (name == "dv/dt_r" || name == "dv/dt_f") {
             if (sub.values.size() != 3) {
                 error(item.line, sub.name + " needs typ, min and max; it has " + std::to_string(sub.values.size()) +
                                      (sub.values.size() == 1 ? " value" : " values"));
@@ -537,7 +545,7 @@ void ModelRules::checkRamp(Section const& section)
                 }
                 checkFraction(sub.values[i], item.line, what, _findings);
             }
-        } else if (lower == "r_load") {
+        } else if (name == "r_load") {
             double value = 1;
             checkSingleValue(sub, &value);
             if (value <= 0)
@@ -558,16 +566,14 @@ void ModelRules::checkRamp(Section const& section)
 
 void ModelRules::checkWaveform(Section const& section)
 {
-    static char const* const known[] = {"r_fixture", "v_fixture", "v_fixture_min", "v_fixture_max", "c_fixture",
-                                        "l_fixture", "r_dut",     "l_dut",         "c_dut"};
+    static std::string_view const known[] = {"r_fixture", "v_fixture", "v_fixture_min", "v_fixture_max", "c_fixture",
+                                             "l_fixture", "r_dut",     "l_dut",         "c_dut"};
     std::map<std::string, int> lines;
     for (Item const& item : section.items) {
         SubParameter const sub = subParameter(item);
-        std::string lower = sub.name;
-        for (char& c : lower)
-            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        std::string const lower = lowered(sub.name);
         bool knownName = false;
-        for (char const* name : known)
+        for (std::string_view name : known)
             knownName = knownName || lower == name;
         if (!knownName) {
             error(item.line, section.shown + " line " + shown(item.fields[0]) + " is neither a fixture value nor a row of numbers");
@@ -581,7 +587,7 @@ void ModelRules::checkWaveform(Section const& section)
     }
     for (char const* needed : {"R_fixture", "V_fixture"}) {
         std::string lower = needed;
-        lower[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(lower[0])));
+        lower[0] = ibis::lowerCase(lower[0]);
         if (lines.count(lower) == 0)
             error(section.line, section.shown + " has no " + needed);
     }
