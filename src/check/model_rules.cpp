@@ -5,7 +5,6 @@
 
 #include <cctype>
 #include <cstdio>
-#include <map>
 #include <unordered_map>
 
 #include "check/check_text.h"
@@ -165,6 +164,37 @@ std::string lowered(std::string text)
     return text;
 }
 
+// Names and the line where each first stands, for the few names of one
+// block or section: a list, searched from its start.
+class FirstLines {
+public:
+    // Adds name at line; false, with first set to the line where it stood
+    // before, when it did.
+    bool add(std::string_view name, int line, int& first)
+    {
+        for (auto const& [known, at] : _names)
+            if (known == name) {
+                first = at;
+                return false;
+            }
+        _names.emplace_back(name, line);
+        return true;
+    }
+    bool has(std::string_view name) const { return line(name) != 0; }
+    // The line where name first stands, 0 for a name not added.
+    int line(std::string_view name) const
+    {
+        for (auto const& [known, at] : _names)
+            if (known == name)
+                return at;
+        return 0;
+    }
+    void clear() { _names.clear(); }
+
+private:
+    std::vector<std::pair<std::string, int>> _names;
+};
+
 // A sub-parameter line: "Vinl = 0.8V", "Vinl=0.8V", "C_comp 2p 1p 3p".
 struct SubParameter {
     std::string name;
@@ -233,7 +263,7 @@ private:
     std::vector<Finding>& _findings;
     ModelType const* _type = nullptr;
     unsigned _flags = 0;
-    std::map<std::string, int> _subLines; // lower-case sub-parameter to its first line
+    FirstLines _subLines; // lower-case sub-parameters
     double _vinl = 0, _vinh = 0;
     bool _hasVinl = false, _hasVinh = false;
 };
@@ -271,19 +301,19 @@ void ModelRules::checkSubParameters()
             for (Item const& item : section.items)
                 checkSubParameter(subParameter(item));
     }
-    if (_type == nullptr && _subLines.count("model_type") == 0)
+    if (_type == nullptr && !_subLines.has("model_type"))
         error(_model.line, "[Model] " + _model.name + " has no Model_type");
     if (_hasVinl && _hasVinh && _vinl >= _vinh)
-        warning(_subLines["vinl"], "Vinl " + number(_vinl) + " is not below Vinh " + number(_vinh));
+        warning(_subLines.line("vinl"), "Vinl " + number(_vinl) + " is not below Vinh " + number(_vinh));
 }
 
 void ModelRules::checkSubParameter(SubParameter const& sub)
 {
     std::string const lower = lowered(sub.name);
     std::string_view const name = lower; // compared with words below: by length first
-    auto const first = _subLines.emplace(lower, sub.line);
-    if (!first.second) {
-        warning(sub.line, sub.name + " stands twice (first at line " + std::to_string(first.first->second) + ")");
+    int first = 0;
+    if (!_subLines.add(lower, sub.line, first)) {
+        warning(sub.line, sub.name + " stands twice (first at line " + std::to_string(first) + ")");
         return;
     }
     std::string const value = sub.values.size() == 1 ? sub.values[0] : "";
@@ -352,7 +382,7 @@ bool ModelRules::checkTypMinMax(std::vector<std::string> const& values, int line
 
 void ModelRules::checkSections()
 {
-    std::map<std::string, int> seen; // key to its first line, within one [On] or [Off]
+    FirstLines seen; // keys, within one [On] or [Off]
     for (Section const& section : _model.sections) {
         Keyword const* keyword = findKeyword(section.key);
         if (keyword == nullptr) {
@@ -361,11 +391,10 @@ void ModelRules::checkSections()
         }
         if (section.key == "on" || section.key == "off")
             seen.clear();
-        auto const first = seen.emplace(section.key, section.line);
-        if (!first.second && !keyword->repeats) {
-            std::string const text =
-                section.shown + " stands twice in [Model] " + _model.name + " (first at line " +
-                std::to_string(first.first->second) + ")";
+        int first = 0;
+        if (!seen.add(section.key, section.line, first) && !keyword->repeats) {
+            std::string const text = section.shown + " stands twice in [Model] " + _model.name + " (first at line " +
+                                     std::to_string(first) + ")";
             if (keyword->strict)
                 error(section.line, text);
             else
@@ -430,59 +459,53 @@ void ModelRules::checkTable(Section const& section, bool waveform)
     // Only zero currents in the table that an open model type does not use.
     bool const zeroOnly = readsEveryValue(section.key) &&
                           (_flags & (section.key == "pullup" ? ZeroPullup : ZeroPulldown)) != 0;
-    bool zeroSeen = false;
+    bool zeroSeen = false, ordered = true;
     bool columnData[3] = {false, false, false};
-    for (Row const& row : section.rows) {
-        Number const* const cells = row.cells;
-        if (row.fields == 4 && !zeroOnly && cells[0].kind == Number::Value && cells[1].kind != Number::Invalid &&
-            cells[2].kind != Number::Invalid && cells[3].kind != Number::Invalid) {
-            // The usual row, with nothing to say about it.
-            for (int i = 0; i < 3; ++i)
-                columnData[i] = columnData[i] || cells[i + 1].isValue();
-            continue;
-        }
-        if (row.fields != 4)
-            error(row.line, what + " row of " + std::to_string(row.fields) +
-                                (row.fields == 1 ? " column; " : " columns; ") + index + ", typ, min and max make four");
-        Number const& at = row.cells[0];
-        if (at.kind == Number::NotAvailable)
-            error(row.line, what + " " + index + " is NA; the " + index + " column needs numbers");
-        else if (at.kind == Number::Invalid && row.fields > 0)
-            error(row.line, what + " " + index + " is not a number");
-        for (int i = 1; i < 4 && i < row.fields; ++i) {
-            Number const& cell = row.cells[i];
-            if (cell.kind == Number::Invalid)
-                error(row.line, what + " " + kColumns[i - 1] + " is not a number");
-            columnData[i - 1] = columnData[i - 1] || cell.isValue();
-            if (zeroOnly && !zeroSeen && cell.isValue() && cell.value != 0) {
-                zeroSeen = true;
-                error(row.line, what + " current " + number(cell.value) + " in a model of type " + typeShown() +
-                                    "; only zero currents may stand here");
-            }
-        }
-    }
-
-    // The index column up to its first step out of order (its findings
-    // follow those of the cells of their row).
     Row const* previous = nullptr;
     int direction = 0;
     for (Row const& row : section.rows) {
-        Number const& at = row.cells[0];
-        if (!at.isValue())
-            continue;
-        if (previous != nullptr) {
+        Number const* const cells = row.cells;
+        Number const& at = cells[0];
+        if (row.fields == 4 && !zeroOnly && at.kind == Number::Value && cells[1].kind != Number::Invalid &&
+            cells[2].kind != Number::Invalid && cells[3].kind != Number::Invalid) {
+            // The usual row: nothing to say about its cells.
+            for (int i = 0; i < 3; ++i)
+                columnData[i] = columnData[i] || cells[i + 1].isValue();
+        } else {
+            if (row.fields != 4)
+                error(row.line, what + " row of " + std::to_string(row.fields) +
+                                    (row.fields == 1 ? " column; " : " columns; ") + index +
+                                    ", typ, min and max make four");
+            if (at.kind == Number::NotAvailable)
+                error(row.line, what + " " + index + " is NA; the " + index + " column needs numbers");
+            else if (at.kind == Number::Invalid && row.fields > 0)
+                error(row.line, what + " " + index + " is not a number");
+            for (int i = 1; i < 4 && i < row.fields; ++i) {
+                Number const& cell = cells[i];
+                if (cell.kind == Number::Invalid)
+                    error(row.line, what + " " + kColumns[i - 1] + " is not a number");
+                columnData[i - 1] = columnData[i - 1] || cell.isValue();
+                if (zeroOnly && !zeroSeen && cell.isValue() && cell.value != 0) {
+                    zeroSeen = true;
+                    error(row.line, what + " current " + number(cell.value) + " in a model of type " +
+                                        typeShown() + "; only zero currents may stand here");
+                }
+            }
+            if (!at.isValue())
+                continue;
+        }
+        if (ordered && previous != nullptr) {
             double const step = at.value - previous->cells[0].value;
             if (step == 0) {
+                ordered = false;
                 error(row.line, what + " " + index + " " + number(at.value) + " repeats line " +
                                     std::to_string(previous->line));
-                break;
-            }
-            if (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction) {
+            } else if (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction) {
+                ordered = false;
                 error(row.line, what + " " + index + " " + number(at.value) + " follows " +
                                     number(previous->cells[0].value) + " (line " + std::to_string(previous->line) +
                                     "); the " + index + (waveform ? " column must rise" : "s must rise or fall") +
                                     " throughout");
-                break;
             }
             direction = step > 0 ? 1 : -1;
         }
@@ -519,15 +542,14 @@ void checkFraction(std::string const& field, int line, std::string const& what, 
 
 void ModelRules::checkRamp(Section const& section)
 {
-    std::map<std::string, int> lines;
+    FirstLines lines;
     for (Item const& item : section.items) {
         SubParameter const sub = subParameter(item);
         std::string const lower = lowered(sub.name);
         std::string_view const name = lower;
-        auto const first = lines.emplace(lower, item.line);
-        if (!first.second) {
-            warning(item.line, sub.name + " stands twice in [Ramp] (first at line " +
-                                   std::to_string(first.first->second) + ")");
+        int first = 0;
+        if (!lines.add(lower, item.line, first)) {
+            warning(item.line, sub.name + " stands twice in [Ramp] (first at line " + std::to_string(first) + ")");
             continue;
         }
         if (name == "dv/dt_r" || name == "dv/dt_f") {
@@ -559,7 +581,7 @@ void ModelRules::checkRamp(Section const& section)
     for (char const* needed : {"dV/dt_r", "dV/dt_f"}) {
         std::string lower = needed;
         lower[1] = 'v';
-        if (lines.count(lower) == 0)
+        if (!lines.has(lower))
             error(section.line, std::string("[Ramp] has no ") + needed + " line");
     }
 }
@@ -568,7 +590,7 @@ void ModelRules::checkWaveform(Section const& section)
 {
     static std::string_view const known[] = {"r_fixture", "v_fixture", "v_fixture_min", "v_fixture_max", "c_fixture",
                                              "l_fixture", "r_dut",     "l_dut",         "c_dut"};
-    std::map<std::string, int> lines;
+    FirstLines lines;
     for (Item const& item : section.items) {
         SubParameter const sub = subParameter(item);
         std::string const lower = lowered(sub.name);
@@ -579,7 +601,8 @@ void ModelRules::checkWaveform(Section const& section)
             error(item.line, section.shown + " line " + shown(item.fields[0]) + " is neither a fixture value nor a row of numbers");
             continue;
         }
-        if (!lines.emplace(lower, item.line).second) {
+        int first = 0;
+        if (!lines.add(lower, item.line, first)) {
             warning(item.line, sub.name + " stands twice in " + section.shown);
             continue;
         }
@@ -588,7 +611,7 @@ void ModelRules::checkWaveform(Section const& section)
     for (char const* needed : {"R_fixture", "V_fixture"}) {
         std::string lower = needed;
         lower[0] = ibis::lowerCase(lower[0]);
-        if (lines.count(lower) == 0)
+        if (!lines.has(lower))
             error(section.line, section.shown + " has no " + needed);
     }
     checkTable(section, true);
@@ -630,7 +653,7 @@ void ModelRules::checkPresence()
     if ((_flags & Series) == 0) {
         bool comp = false;
         for (char const* name : {"c_comp", "c_comp_pullup", "c_comp_pulldown", "c_comp_power_clamp", "c_comp_gnd_clamp"})
-            comp = comp || _subLines.count(name) != 0;
+            comp = comp || _subLines.has(name);
         if (!comp)
             error(_model.line, of + " has no C_comp, nor any C_comp_pullup, C_comp_pulldown, C_comp_power_clamp "
                                     "or C_comp_gnd_clamp");
@@ -653,8 +676,8 @@ void ModelRules::checkPresence()
         warning(_model.line, "[Model] " + _model.name + ": [Rl Series] needs [L Series]");
     if ((has("lc series") || has("rc series")) && !has("c series"))
         warning(_model.line, "[Model] " + _model.name + ": [Lc Series] and [Rc Series] need [C Series]");
-    if (_subLines.count("enable") != 0 && (_flags & Enables) == 0)
-        warning(_subLines["enable"], "Enable means nothing to a model of type " + typeShown());
+    if (_subLines.has("enable") && (_flags & Enables) == 0)
+        warning(_subLines.line("enable"), "Enable means nothing to a model of type " + typeShown());
 }
 
 } // namespace

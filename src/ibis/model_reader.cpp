@@ -148,14 +148,20 @@ void ModelReader::drop()
 void ModelReader::recycle()
 {
     _pattern.valid = false;
-    // The rows' storage serves the next blocks: no allocation per row once
-    // the first blocks are read.
+    // The storage of sections, lines of words and rows serves the next
+    // blocks: no allocation per line once the first blocks are read.
+    auto spare = [this](std::vector<Item>& items) {
+        for (Item& item : items)
+            _spareFields.push_back(std::move(item.fields));
+        items.clear();
+    };
+    spare(_model.head);
     for (Section& section : _model.sections) {
+        spare(section.items);
         section.rows.clear();
-        _spareRows.push_back(std::move(section.rows));
+        _spareSections.push_back(std::move(section));
     }
     _model.sections.clear();
-    _model.head.clear();
 }
 
 void ModelReader::open(Line const& line, char comment)
@@ -184,15 +190,16 @@ bool ModelReader::feed(Line const& line, char comment)
             return false;
         }
         Section section;
+        if (!_spareSections.empty()) {
+            section = std::move(_spareSections.back());
+            _spareSections.pop_back();
+        }
         section.key = std::move(key);
-        section.shown = std::string(keywordShown(line.text));
+        std::string_view const shown = keywordShown(line.text);
+        section.shown.assign(shown.data(), shown.size());
         section.line = line.number;
         splitFields(keywordRest(line.text), comment, _fields);
         section.args.assign(_fields.begin(), _fields.end());
-        if (!_spareRows.empty()) {
-            section.rows = std::move(_spareRows.back());
-            _spareRows.pop_back();
-        }
         _keepAll = _wholeRows == nullptr || _wholeRows(section.key);
         _pattern.valid = false;
         _model.sections.push_back(std::move(section));
@@ -213,6 +220,10 @@ bool ModelReader::feed(Line const& line, char comment)
         splitFields(rest, comment, _fields);
         Item item;
         item.line = line.number;
+        if (!_spareFields.empty()) {
+            item.fields = std::move(_spareFields.back());
+            _spareFields.pop_back();
+        }
         item.fields.assign(_fields.begin(), _fields.end());
         (_model.sections.empty() ? _model.head : _model.sections.back().items)
             .push_back(std::move(item));
@@ -352,21 +363,23 @@ std::size_t ModelReader::feedRows(std::string_view text, int first, char comment
         if (_pattern.valid)
             p = readPatternRows(p, end, first, comment, lines);
         // A line of another pattern, read field by field: it gives the
-        // pattern of the lines behind it.
-        char const* const lf = static_cast<char const*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
+        // pattern of the lines behind it. Lines of words, comment lines and
+        // blank lines are told by their first byte that is no blank.
+        char const* q = p;
+        while (q < end && (*q == ' ' || *q == '\t'))
+            ++q;
+        if (q == end || *q == comment || *q == '\n' || *q == '[' ||
+            (*q == '\r' && q + 1 < end && q[1] == '\n') ||
+            isWordLine(std::string_view(q, static_cast<std::size_t>(end - q)), comment))
+            break; // feed() reads it
+        char const* const lf = static_cast<char const*>(std::memchr(q, '\n', static_cast<std::size_t>(end - q)));
         if (lf == nullptr)
             break;
         std::size_t const bytes = static_cast<std::size_t>(lf - p);
-        if (bytes > longest || std::memchr(p, '[', bytes) != nullptr)
+        if (bytes > longest || std::memchr(q, '[', static_cast<std::size_t>(lf - q)) != nullptr)
             break;
-        bool const crlf = bytes > 0 && lf[-1] == '\r';
+        bool const crlf = lf[-1] == '\r';
         char const* const textEnd = lf - (crlf ? 1 : 0);
-        char const* q = p;
-        while (q < textEnd && (*q == ' ' || *q == '\t'))
-            ++q;
-        if (q == textEnd || *q == comment ||
-            isWordLine(std::string_view(q, static_cast<std::size_t>(textEnd - q)), comment))
-            break; // feed() reads it
         RowLayout layout;
         readRow(q, textEnd, comment, first + lines, p, &layout);
         keepPattern(p, static_cast<std::size_t>(textEnd - p), crlf, comment, layout);

@@ -131,7 +131,8 @@ private:
     Model _model;
     bool _open = false;
     std::vector<std::string_view> _fields;
-    std::vector<std::vector<Row>> _spareRows;
+    std::vector<Section> _spareSections;             // emptied, their storage kept
+    std::vector<std::vector<std::string>> _spareFields; // of lines of words
 
     // The last row that feedRows() read field by field, as a pattern of its
     // bytes with every digit read as "0". A line of the same pattern has
