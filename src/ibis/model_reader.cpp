@@ -231,7 +231,6 @@ bool ModelReader::feed(Line const& line, char comment)
     }
     // A row of numbers.
     readRow(p, end, comment, line.number, nullptr, nullptr);
-    _pattern.valid = false; // the last row is not the pattern's
     return true;
 }
 
@@ -280,15 +279,13 @@ std::uint64_t word(char const* p)
 
 } // namespace
 
-void ModelReader::keepPattern(char const* text, std::size_t size, bool crlf, char comment,
-                              RowLayout const& layout)
+void ModelReader::keepPattern(char const* text, std::size_t size, bool crlf, RowLayout const& layout)
 {
     _pattern.valid = size <= kPatternWords * 8;
     if (!_pattern.valid)
         return;
     _pattern.size = size;
     _pattern.crlf = crlf;
-    _pattern.comment = comment;
     _pattern.words = (size + 7) / 8;
     _pattern.layout = layout;
     for (std::size_t w = 0; w < _pattern.words; ++w) {
@@ -357,7 +354,7 @@ std::size_t ModelReader::feedRows(std::string_view text, int first, char comment
     char const* const begin = text.data();
     char const* const end = begin + text.size();
     char const* p = begin;
-    if (_pattern.comment != comment || _pattern.size + (_pattern.crlf ? 1 : 0) > longest)
+    if (_pattern.size + (_pattern.crlf ? 1 : 0) > longest)
         _pattern.valid = false;
     for (;;) {
         if (_pattern.valid)
@@ -382,7 +379,7 @@ std::size_t ModelReader::feedRows(std::string_view text, int first, char comment
         char const* const textEnd = lf - (crlf ? 1 : 0);
         RowLayout layout;
         readRow(q, textEnd, comment, first + lines, p, &layout);
-        keepPattern(p, static_cast<std::size_t>(textEnd - p), crlf, comment, layout);
+        keepPattern(p, static_cast<std::size_t>(textEnd - p), crlf, layout);
         _pattern.row = _model.sections.back().rows.back();
         p = lf + 1;
         ++lines;

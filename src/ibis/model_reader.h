@@ -95,7 +95,9 @@ public:
     // line number `first`, that feed() would read as rows of the open
     // section, with the same rows: each whole (ended by its LF), holding no
     // "[" and at most `longest` bytes with its CR. Stops ahead of the first
-    // other line. Returns the bytes taken, and in lines how many lines.
+    // other line. Returns the bytes taken, and in lines how many lines. The
+    // comment character is the one that feed() got; it changes only at a
+    // [Comment Char] line, which no block holds.
     std::size_t feedRows(std::string_view text, int first, char comment, std::size_t longest, int& lines);
     // The end of the file: hands out the block that is still open.
     void finish();
@@ -123,7 +125,7 @@ private:
     // Reads the lines at p that match the pattern, up to end; tells where
     // it stopped and counts the lines, the first numbered first + lines.
     char const* readPatternRows(char const* p, char const* end, int first, char comment, int& lines);
-    void keepPattern(char const* text, std::size_t size, bool crlf, char comment, RowLayout const& layout);
+    void keepPattern(char const* text, std::size_t size, bool crlf, RowLayout const& layout);
 
     Sink _sink;
     WholeRows _wholeRows = nullptr;
@@ -143,7 +145,6 @@ private:
         bool valid = false;
         std::size_t size = 0; // of the text, without the line end
         bool crlf = false;
-        char comment = '|';
         std::size_t words = 0;
         std::uint64_t text[kPatternWords];  // 8 bytes a word, digits as "0"
         std::uint64_t limit[kPatternWords]; // per byte 0x89 at a digit, 0x80 elsewhere
