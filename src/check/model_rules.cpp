@@ -250,6 +250,21 @@ private:
     void checkSections();
     void checkSection(Section const& section, Keyword const* keyword);
     void checkTable(Section const& section, bool waveform);
+    // What the rows of a table have shown so far.
+    struct TableScan {
+        std::string const& what;
+        char const* index; // "voltage" or "time"
+        bool zeroOnly;     // the model type allows only zero currents here
+        bool zeroSeen = false;
+        unsigned columnData = 0; // bit i: column i (typ, min, max) holds a number
+    };
+    // The findings of a row that is not the usual one: a number of fields
+    // other than four, a cell that is no number, a current not zero.
+    [[gnu::cold]] void checkCells(Row const& row, TableScan& scan);
+    // The finding of the first row whose index repeats the one above or
+    // goes the wrong way.
+    [[gnu::cold]] void outOfOrder(Row const& row, Row const& previous, TableScan const& scan, bool waveform,
+                                  bool repeats);
     void checkRamp(Section const& section);
     void checkWaveform(Section const& section);
     void checkSubmodel(Section const& section);
@@ -459,8 +474,8 @@ void ModelRules::checkTable(Section const& section, bool waveform)
     // Only zero currents in the table that an open model type does not use.
     bool const zeroOnly = readsEveryValue(section.key) &&
                           (_flags & (section.key == "pullup" ? ZeroPullup : ZeroPulldown)) != 0;
-    bool zeroSeen = false, ordered = true;
-    bool columnData[3] = {false, false, false};
+    TableScan scan{section.shown, index, zeroOnly};
+    bool ordered = true;
     Row const* previous = nullptr;
     int direction = 0;
     for (Row const& row : section.rows) {
@@ -469,43 +484,18 @@ void ModelRules::checkTable(Section const& section, bool waveform)
         if (row.fields == 4 && !zeroOnly && at.kind == Number::Value && cells[1].kind != Number::Invalid &&
             cells[2].kind != Number::Invalid && cells[3].kind != Number::Invalid) {
             // The usual row: nothing to say about its cells.
-            for (int i = 0; i < 3; ++i)
-                columnData[i] = columnData[i] || cells[i + 1].isValue();
+            scan.columnData |= (cells[1].isValue() ? 1u : 0u) | (cells[2].isValue() ? 2u : 0u) |
+                               (cells[3].isValue() ? 4u : 0u);
         } else {
-            if (row.fields != 4)
-                error(row.line, what + " row of " + std::to_string(row.fields) +
-                                    (row.fields == 1 ? " column; " : " columns; ") + index +
-                                    ", typ, min and max make four");
-            if (at.kind == Number::NotAvailable)
-                error(row.line, what + " " + index + " is NA; the " + index + " column needs numbers");
-            else if (at.kind == Number::Invalid && row.fields > 0)
-                error(row.line, what + " " + index + " is not a number");
-            for (int i = 1; i < 4 && i < row.fields; ++i) {
-                Number const& cell = cells[i];
-                if (cell.kind == Number::Invalid)
-                    error(row.line, what + " " + kColumns[i - 1] + " is not a number");
-                columnData[i - 1] = columnData[i - 1] || cell.isValue();
-                if (zeroOnly && !zeroSeen && cell.isValue() && cell.value != 0) {
-                    zeroSeen = true;
-                    error(row.line, what + " current " + number(cell.value) + " in a model of type " +
-                                        typeShown() + "; only zero currents may stand here");
-                }
-            }
+            checkCells(row, scan);
             if (!at.isValue())
                 continue;
         }
         if (ordered && previous != nullptr) {
             double const step = at.value - previous->cells[0].value;
-            if (step == 0) {
+            if (step == 0 || (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction)) {
                 ordered = false;
-                error(row.line, what + " " + index + " " + number(at.value) + " repeats line " +
-                                    std::to_string(previous->line));
-            } else if (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction) {
-                ordered = false;
-                error(row.line, what + " " + index + " " + number(at.value) + " follows " +
-                                    number(previous->cells[0].value) + " (line " + std::to_string(previous->line) +
-                                    "); the " + index + (waveform ? " column must rise" : "s must rise or fall") +
-                                    " throughout");
+                outOfOrder(row, *previous, scan, waveform, step == 0);
             }
             direction = step > 0 ? 1 : -1;
         }
@@ -520,10 +510,48 @@ void ModelRules::checkTable(Section const& section, bool waveform)
         if (row.fields > 1 && row.cells[1].kind == Number::NotAvailable)
             error(row.line, what + " typ is NA in its " + which + " row; it needs a number there");
         for (int i = 2; i < 4; ++i)
-            if (columnData[i - 1] && row.fields > i && row.cells[i].kind == Number::NotAvailable)
+            if ((scan.columnData >> (i - 1) & 1u) != 0 && row.fields > i && row.cells[i].kind == Number::NotAvailable)
                 warning(row.line, what + " " + kColumns[i - 1] + " is NA in its " + which +
                                       " row, while the column has data");
     }
+}
+
+void ModelRules::checkCells(Row const& row, TableScan& scan)
+{
+    std::string const& what = scan.what;
+    char const* const index = scan.index;
+    if (row.fields != 4)
+        error(row.line, what + " row of " + std::to_string(row.fields) + (row.fields == 1 ? " column; " : " columns; ") +
+                            index + ", typ, min and max make four");
+    Number const& at = row.cells[0];
+    if (at.kind == Number::NotAvailable)
+        error(row.line, what + " " + index + " is NA; the " + index + " column needs numbers");
+    else if (at.kind == Number::Invalid && row.fields > 0)
+        error(row.line, what + " " + index + " is not a number");
+    for (int i = 1; i < 4 && i < row.fields; ++i) {
+        Number const& cell = row.cells[i];
+        if (cell.kind == Number::Invalid)
+            error(row.line, what + " " + kColumns[i - 1] + " is not a number");
+        scan.columnData |= cell.isValue() ? 1u << (i - 1) : 0u;
+        if (scan.zeroOnly && !scan.zeroSeen && cell.isValue() && cell.value != 0) {
+            scan.zeroSeen = true;
+            error(row.line, what + " current " + number(cell.value) + " in a model of type " + typeShown() +
+                                "; only zero currents may stand here");
+        }
+    }
+}
+
+void ModelRules::outOfOrder(Row const& row, Row const& previous, TableScan const& scan, bool waveform, bool repeats)
+{
+    std::string const& what = scan.what;
+    std::string const index = scan.index;
+    double const at = row.cells[0].value, before = previous.cells[0].value;
+    if (repeats)
+        error(row.line, what + " " + index + " " + number(at) + " repeats line " + std::to_string(previous.line));
+    else
+        error(row.line, what + " " + index + " " + number(at) + " follows " + number(before) + " (line " +
+                            std::to_string(previous.line) + "); the " + index +
+                            (waveform ? " column must rise" : "s must rise or fall") + " throughout");
 }
 
 // One [Ramp] corner: "dV/dt", both numbers, dt above 0.
