@@ -224,9 +224,11 @@ double readLaidOut(char const* p, char const* limit, NumberLayout const& layout)
         // The integer digits and then those of the fraction in one word,
         // shifted up so that the bytes behind them drop out.
         std::uint64_t const fraction = loadWord(p + layout.fractionAt);
-        std::uint64_t const both =
-            integer == 0 ? fraction
-                         : (loadWord(p + layout.integerAt) & (~0ull >> (64 - 8 * integer))) | (fraction << (8 * integer));
+        std::uint64_t const both = integer == 0 ? fraction
+                                   : integer == 8
+                                       ? loadWord(p + layout.integerAt)
+                                       : (loadWord(p + layout.integerAt) & (~0ull >> (64 - 8 * integer))) |
+                                             (fraction << (8 * integer));
         mantissa = eightDigits(both << (8 * (8 - digits)));
     } else {
         for (char const *d = p + layout.integerAt, *e = d + integer; d < e; ++d)

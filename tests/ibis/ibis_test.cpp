@@ -287,13 +287,14 @@ std::vector<ibis::Model> readBlocks(std::string const& text, ibis::ModelReader::
 TEST(ModelReader, RowsInBulkAsLineByLine)
 {
     char const* const forms[] = {"  %.3f  %.4E  %.4E  %.4E", "%+.2fn\t%.6fmA NA %.1e",
-                                 "  .%.0f5  %.0f.  9.99e22  1e-400", "  %.0f  %.18f0  1e400  1.25pF"};
+                                 "  .%.0f5  %.0f.  9.99e22  1e-400", "  %.0f  %.18f0  1e400  1.25pF",
+                                 "  %08.0fn  %.7fE+0  %.0f  -.5"};
     std::string const others[] = {"  1  2  3  4  5", "  1.0  2.0", "  1.0,  2.0  3.0  4.0", "NA", "  NA  1  1  1",
                                   "  1e12345  1  1  1", "  1  2  3  4  | note", "", "  | comment", "  1  2 [3] 4",
                                   "R_fixture = 50", "  1.0\r 2.0  3.0  4.0", "  1  2  3  4  # 5",
                                   "  1  2  3  4" + std::string(260, ' ')};
     std::string rows = "  3.0  4.0\n"; // of the shape of the last row
-    for (int i = 0; i < 64; ++i) {
+    for (int i = 0; i < 80; ++i) {
         char row[160];
         std::snprintf(row, sizeof row, forms[i / 16], 0.0625 * i - 2, 1e-3 * (i - 30), 1.1e-3 * i, 0.9e-3 * i);
         rows += row + ((i % 3 == 0 ? "\r\n" : "\n") + (i % 4 == 3 ? others[i / 4 % 14] + "\n" : ""));
