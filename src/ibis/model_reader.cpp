@@ -281,43 +281,46 @@ std::uint64_t word(char const* p)
 
 void ModelReader::keepPattern(char const* text, std::size_t size, bool crlf, RowLayout const& layout)
 {
-    _pattern.valid = size <= kPatternWords * 8;
+    // The line with its line end, so that a line matches it only whole.
+    std::size_t const bytes = size + (crlf ? 2 : 1);
+    _pattern.valid = bytes <= kPatternWords * 8;
     if (!_pattern.valid)
         return;
     _pattern.size = size;
     _pattern.crlf = crlf;
-    _pattern.words = (size + 7) / 8;
+    _pattern.words = (bytes + 7) / 8;
     _pattern.layout = layout;
     for (std::size_t w = 0; w < _pattern.words; ++w) {
-        char bytes[8] = {0, 0, 0, 0, 0, 0, 0, 0};
-        std::size_t const have = size - w * 8 < 8 ? size - w * 8 : 8;
-        std::memcpy(bytes, text + w * 8, have);
+        char eight[8] = {0, 0, 0, 0, 0, 0, 0, 0};
+        std::size_t const have = bytes - w * 8 < 8 ? bytes - w * 8 : 8;
+        std::memcpy(eight, text + w * 8, have);
         // Per byte: y = byte ^ "0" is at most 9 for a digit.
-        std::uint64_t const y = word(bytes) ^ kZeros;
+        std::uint64_t const y = word(eight) ^ kZeros;
         std::uint64_t const digits = ~(((y & ~kHighBits) + kNines) | y) & kHighBits;
         std::uint64_t const spread = (digits >> 7) * 0xFF;
-        _pattern.text[w] = (word(bytes) & ~spread) | (kZeros & spread);
+        _pattern.text[w] = (word(eight) & ~spread) | (kZeros & spread);
         _pattern.limit[w] = kHighBits | (digits >> 7) * 9;
-        _pattern.used[w] = have == 8 ? kHighBits : kHighBits >> (8 * (8 - have));
+        _pattern.lastUsed = have == 8 ? kHighBits : kHighBits >> (8 * (8 - have));
     }
 }
 
 // The line at p has the pattern's bytes, but for a digit where the pattern
-// has one, and its line end; room is how many bytes may be read at p.
-bool ModelReader::matchesPattern(char const* p, std::size_t room) const
+// has one; at least words * 8 bytes may be read at p.
+bool ModelReader::matchesPattern(char const* p) const
 {
-    if (room < _pattern.words * 8 + 16)
-        return false;
+    // Per byte y = byte ^ pattern byte, which must not exceed 9 at a digit
+    // and must be 0 elsewhere: (0x80 + limit) - y keeps its high bit
+    // exactly when y is within the limit. The last word may hold bytes of
+    // the next line.
+    std::size_t const last = _pattern.words - 1;
     std::uint64_t bad = 0;
-    for (std::size_t w = 0; w < _pattern.words; ++w) {
-        // Per byte y = byte ^ pattern byte, which must not exceed 9 at a
-        // digit and must be 0 elsewhere: (0x80 + limit) - y keeps its high
-        // bit exactly when y is within the limit.
+    for (std::size_t w = 0; w < last; ++w) {
         std::uint64_t const y = word(p + w * 8) ^ _pattern.text[w];
-        bad |= (~(_pattern.limit[w] - (y & ~kHighBits)) | y) & _pattern.used[w];
+        bad |= ~(_pattern.limit[w] - (y & ~kHighBits)) | y;
     }
-    char const* const end = p + _pattern.size;
-    return bad == 0 && (_pattern.crlf ? end[0] == '\r' && end[1] == '\n' : end[0] == '\n');
+    std::uint64_t const y = word(p + last * 8) ^ _pattern.text[last];
+    bad |= (~(_pattern.limit[last] - (y & ~kHighBits)) | y) & _pattern.lastUsed;
+    return (bad & kHighBits) == 0;
 }
 
 char const* ModelReader::readPatternRows(char const* p, char const* end, int first, char comment, int& lines)
@@ -331,7 +334,8 @@ char const* ModelReader::readPatternRows(char const* p, char const* end, int fir
     std::size_t const step = size + (_pattern.crlf ? 2 : 1);
     int const fields = same.fields < 4 ? same.fields : 4;
     int const read = _keepAll ? fields : (fields > 0 ? 1 : 0);
-    while (matchesPattern(p, static_cast<std::size_t>(end - p))) {
+    std::size_t const room = _pattern.words * 8 + 16; // for the words of the line and of its numbers
+    while (static_cast<std::size_t>(end - p) >= room && matchesPattern(p)) {
         rows.push_back(same);
         Row& row = rows.back();
         row.line = first + lines;

@@ -121,7 +121,7 @@ private:
     // new row of the open section; layout, when given, gets where its
     // fields and their digits stand, counted from `line`.
     void readRow(char const* p, char const* end, char comment, int number, char const* line, RowLayout* layout);
-    bool matchesPattern(char const* p, std::size_t room) const;
+    bool matchesPattern(char const* p) const;
     // Reads the lines at p that match the pattern, up to end; tells where
     // it stopped and counts the lines, the first numbered first + lines.
     char const* readPatternRows(char const* p, char const* end, int first, char comment, int& lines);
@@ -146,9 +146,9 @@ private:
         std::size_t size = 0; // of the text, without the line end
         bool crlf = false;
         std::size_t words = 0;
-        std::uint64_t text[kPatternWords];  // 8 bytes a word, digits as "0"
+        std::uint64_t text[kPatternWords];  // 8 bytes a word, digits as "0", the line end included
         std::uint64_t limit[kPatternWords]; // per byte 0x89 at a digit, 0x80 elsewhere
-        std::uint64_t used[kPatternWords];  // per byte 0x80 within the text
+        std::uint64_t lastUsed;             // per byte of the last word 0x80 within the line
         RowLayout layout;
         Row row; // the row read: fields and kinds
     } _pattern;
