@@ -336,7 +336,7 @@ void MasterCheck::feed(ibis::Line const& line)
         _findings.insert(_findings.end(), _packageFindings.begin(), _packageFindings.end());
     }
 
-    bool const inModel = _reader.feed(line, _comment.current());
+    bool const inModel = _reader.feed(line, _comment.current(), keyword ? &key : nullptr);
     bool const content = inModel && !ibis::isBlankOrComment(line.text, _comment.current());
     blockLine(line, content);
     if (!_awaiting.empty())

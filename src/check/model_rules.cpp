@@ -168,6 +168,8 @@ std::string lowered(std::string text)
 // block or section: a list, searched from its start.
 class FirstLines {
 public:
+    FirstLines() { _names.reserve(16); }
+
     // Adds name at line; false, with first set to the line where it stood
     // before, when it did.
     bool add(std::string_view name, int line, int& first)
@@ -210,6 +212,7 @@ SubParameter subParameter(Item const& item)
     std::vector<std::string> const& fields = item.fields;
     std::string::size_type const at = fields[0].find('=');
     auto next = fields.begin() + 1; // the first field behind the name and its "="
+    sub.values.reserve(fields.size());
     if (at != std::string::npos) {
         sub.equals = true;
         sub.name = fields[0].substr(0, at);
@@ -256,11 +259,11 @@ private:
         char const* index; // "voltage" or "time"
         bool zeroOnly;     // the model type allows only zero currents here
         bool zeroSeen = false;
-        unsigned columnData = 0; // bit i: column i (typ, min, max) holds a number
     };
     // The findings of a row that is not the usual one: a number of fields
-    // other than four, a cell that is no number, a current not zero.
-    [[gnu::cold]] void checkCells(Row const& row, TableScan& scan);
+    // other than four, a cell that is no number, a current not zero. Tells
+    // which of typ, min and max (bits 0 to 2) hold numbers.
+    [[gnu::cold]] unsigned checkCells(Row const& row, TableScan& scan);
     // The finding of the first row whose index repeats the one above or
     // goes the wrong way.
     [[gnu::cold]] void outOfOrder(Row const& row, Row const& previous, TableScan const& scan, bool waveform,
@@ -475,24 +478,26 @@ void ModelRules::checkTable(Section const& section, bool waveform)
     bool const zeroOnly = readsEveryValue(section.key) &&
                           (_flags & (section.key == "pullup" ? ZeroPullup : ZeroPulldown)) != 0;
     TableScan scan{section.shown, index, zeroOnly};
+    unsigned columnData = 0; // bit i: column i (typ, min, max) holds a number
     bool ordered = true;
-    Row const* previous = nullptr;
+    Row const* previous = nullptr; // the last row with an index
+    double before = 0;             // its index
     int direction = 0;
     for (Row const& row : section.rows) {
         Number const* const cells = row.cells;
-        Number const& at = cells[0];
-        if (row.fields == 4 && !zeroOnly && at.kind == Number::Value && cells[1].kind != Number::Invalid &&
+        double const at = cells[0].value;
+        if (row.fields == 4 && !zeroOnly && cells[0].kind == Number::Value && cells[1].kind != Number::Invalid &&
             cells[2].kind != Number::Invalid && cells[3].kind != Number::Invalid) {
             // The usual row: nothing to say about its cells.
-            scan.columnData |= (cells[1].isValue() ? 1u : 0u) | (cells[2].isValue() ? 2u : 0u) |
-                               (cells[3].isValue() ? 4u : 0u);
+            columnData |= (cells[1].isValue() ? 1u : 0u) | (cells[2].isValue() ? 2u : 0u) |
+                          (cells[3].isValue() ? 4u : 0u);
         } else {
-            checkCells(row, scan);
-            if (!at.isValue())
+            columnData |= checkCells(row, scan);
+            if (!cells[0].isValue())
                 continue;
         }
         if (ordered && previous != nullptr) {
-            double const step = at.value - previous->cells[0].value;
+            double const step = at - before;
             if (step == 0 || (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction)) {
                 ordered = false;
                 outOfOrder(row, *previous, scan, waveform, step == 0);
@@ -500,6 +505,7 @@ void ModelRules::checkTable(Section const& section, bool waveform)
             direction = step > 0 ? 1 : -1;
         }
         previous = &row;
+        before = at;
     }
     if (rows == 0)
         return;
@@ -510,14 +516,15 @@ void ModelRules::checkTable(Section const& section, bool waveform)
         if (row.fields > 1 && row.cells[1].kind == Number::NotAvailable)
             error(row.line, what + " typ is NA in its " + which + " row; it needs a number there");
         for (int i = 2; i < 4; ++i)
-            if ((scan.columnData >> (i - 1) & 1u) != 0 && row.fields > i && row.cells[i].kind == Number::NotAvailable)
+            if ((columnData >> (i - 1) & 1u) != 0 && row.fields > i && row.cells[i].kind == Number::NotAvailable)
                 warning(row.line, what + " " + kColumns[i - 1] + " is NA in its " + which +
                                       " row, while the column has data");
     }
 }
 
-void ModelRules::checkCells(Row const& row, TableScan& scan)
+unsigned ModelRules::checkCells(Row const& row, TableScan& scan)
 {
+    unsigned columnData = 0;
     std::string const& what = scan.what;
     char const* const index = scan.index;
     if (row.fields != 4)
@@ -532,13 +539,14 @@ void ModelRules::checkCells(Row const& row, TableScan& scan)
         Number const& cell = row.cells[i];
         if (cell.kind == Number::Invalid)
             error(row.line, what + " " + kColumns[i - 1] + " is not a number");
-        scan.columnData |= cell.isValue() ? 1u << (i - 1) : 0u;
+        columnData |= cell.isValue() ? 1u << (i - 1) : 0u;
         if (scan.zeroOnly && !scan.zeroSeen && cell.isValue() && cell.value != 0) {
             scan.zeroSeen = true;
             error(row.line, what + " current " + number(cell.value) + " in a model of type " + typeShown() +
                                 "; only zero currents may stand here");
         }
     }
+    return columnData;
 }
 
 void ModelRules::outOfOrder(Row const& row, Row const& previous, TableScan const& scan, bool waveform, bool repeats)

@@ -174,19 +174,20 @@ void ModelReader::open(Line const& line, char comment)
     _model.endedBy.clear();
 }
 
-bool ModelReader::feed(Line const& line, char comment)
+bool ModelReader::feed(Line const& line, char comment, std::string const* knownKey)
 {
     if (isKeywordLine(line.text)) {
-        std::string key = keywordKey(line.text);
-        if (key == "model") {
-            close(key);
+        std::string const key = knownKey != nullptr ? std::string() : keywordKey(line.text);
+        std::string const& lineKey = knownKey != nullptr ? *knownKey : key;
+        if (lineKey == "model") {
+            close(lineKey);
             open(line, comment);
             return true;
         }
         if (!_open)
             return false;
-        if (endsModel(key)) {
-            close(std::move(key));
+        if (endsModel(lineKey)) {
+            close(lineKey);
             return false;
         }
         Section section;
@@ -194,7 +195,7 @@ bool ModelReader::feed(Line const& line, char comment)
             section = std::move(_spareSections.back());
             _spareSections.pop_back();
         }
-        section.key = std::move(key);
+        section.key = lineKey;
         std::string_view const shown = keywordShown(line.text);
         section.shown.assign(shown.data(), shown.size());
         section.line = line.number;

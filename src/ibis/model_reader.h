@@ -89,8 +89,9 @@ public:
 
     // Offers the next line of the file, read with this comment character.
     // True when the line belongs to a block (its [Model] line included); a
-    // line that ends a block hands the block to the sink first.
-    bool feed(Line const& line, char comment);
+    // line that ends a block hands the block to the sink first. key: the
+    // keywordKey() of a keyword line, for a caller that has it already.
+    bool feed(Line const& line, char comment, std::string const* key = nullptr);
     // Takes in one go the lines at the front of text, the first of them
     // line number `first`, that feed() would read as rows of the open
     // section, with the same rows: each whole (ended by its LF), holding no
