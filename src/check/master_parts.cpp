@@ -1,11 +1,11 @@
 // A large master file read in two parts at once: a second thread checks
-// the part behind a [Model] line in the file's second half, and the first
-// hands over to it there when its state is the one the second assumed.
+// the part behind the first [Model] line of the file's second half, and the
+// first hands over to it there when its state is the one the second
+// assumed.
 
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <cstring>
 #include <fstream>
 #include <thread>
 
