@@ -93,6 +93,8 @@ public:
     std::vector<Finding> finishFrame(int lines);
 
 private:
+    // The naming section, the package and the [Pin] list are behind: no
+    // rule of the frame reads the lines that follow.
     bool frameRead() const;
     void checkLength(ibis::Line const& line);
     void frameLine(ibis::Line const& line);

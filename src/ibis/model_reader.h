@@ -141,7 +141,7 @@ private:
     // bytes with every digit read as "0". A line of the same pattern has
     // its fields at the same places and of the same kinds (its numbers
     // differ in digits only), so only the values that rows keep are read.
-    static constexpr std::size_t kPatternWords = 32; // lines of up to 256 bytes
+    static constexpr std::size_t kPatternWords = 32; // lines of up to 256 bytes with their end
     struct RowPattern {
         bool valid = false;
         std::size_t size = 0; // of the text, without the line end
@@ -149,7 +149,7 @@ private:
         std::size_t words = 0;
         std::uint64_t text[kPatternWords];  // 8 bytes a word, digits as "0", the line end included
         std::uint64_t limit[kPatternWords]; // per byte 0x89 at a digit, 0x80 elsewhere
-        std::uint64_t lastUsed;             // per byte of the last word 0x80 within the line
+        std::uint64_t lastUsed = 0;         // per byte of the last word 0x80 within the line
         RowLayout layout;
         Row row; // the row read: fields and kinds
     } _pattern;
