@@ -4,6 +4,8 @@
 #include <cctype>
 #include <cstdio>
 
+#include "ibis/ibis_syntax.h"
+
 namespace ibischeck {
 
 std::vector<std::string> tokensOf(std::string const& line)
@@ -20,6 +22,22 @@ std::vector<std::string> tokensOf(std::string const& line)
         }
     }
     return tokens;
+}
+
+std::string_view tokenAt(std::string_view line, std::size_t n)
+{
+    std::size_t at = 0;
+    for (;;) {
+        while (at < line.size() && (line[at] == ' ' || line[at] == '\t'))
+            ++at;
+        std::size_t end = at;
+        while (end < line.size() && line[end] != ' ' && line[end] != '\t')
+            ++end;
+        if (at == end || n == 0)
+            return line.substr(at, end - at);
+        --n;
+        at = end;
+    }
 }
 
 std::string upperCase(std::string text)
@@ -52,10 +70,10 @@ std::string keywordArgument(std::string const& line)
     return tokens.empty() ? "" : tokens[0];
 }
 
-bool isReservedModel(std::string const& name)
+bool isReservedModel(std::string_view name)
 {
-    std::string const upper = upperCase(name);
-    return upper == "POWER" || upper == "GND" || upper == "NC" || upper == "CIRCUITCALL";
+    return ibis::sameWord(name, "POWER") || ibis::sameWord(name, "GND") || ibis::sameWord(name, "NC") ||
+           ibis::sameWord(name, "CIRCUITCALL");
 }
 
 std::string visible(std::string_view text)

@@ -176,9 +176,9 @@ void MasterCheck::pinListLine(ibis::Line const& line)
         _pinList = PinList::Done;
         return;
     }
-    std::vector<std::string> const tokens = tokensOf(std::string(text));
-    if (tokens.size() >= 3 && !isReservedModel(tokens[2]))
-        _listed.emplace(tokens[2], line.number);
+    std::string_view const model = tokenAt(text, 2);
+    if (!model.empty() && !isReservedModel(model))
+        _listed.emplace(model, line.number);
 }
 
 void MasterCheck::modelRead(ibis::Model const& model)

@@ -282,6 +282,7 @@ private:
     ModelType const* _type = nullptr;
     unsigned _flags = 0;
     FirstLines _subLines; // lower-case sub-parameters
+    std::vector<Keyword const*> _keywords; // of each section, as checkSubParameters() found them
     double _vinl = 0, _vinh = 0;
     bool _hasVinl = false, _hasVinh = false;
 };
@@ -314,8 +315,8 @@ void ModelRules::checkSubParameters()
     for (Item const& item : _model.head)
         checkSubParameter(subParameter(item));
     for (Section const& section : _model.sections) {
-        Keyword const* keyword = findKeyword(section.key);
-        if (keyword != nullptr && keyword->kind == Kind::Range)
+        _keywords.push_back(findKeyword(section.key));
+        if (_keywords.back() != nullptr && _keywords.back()->kind == Kind::Range)
             for (Item const& item : section.items)
                 checkSubParameter(subParameter(item));
     }
@@ -401,8 +402,9 @@ bool ModelRules::checkTypMinMax(std::vector<std::string> const& values, int line
 void ModelRules::checkSections()
 {
     FirstLines seen; // keys, within one [On] or [Off]
-    for (Section const& section : _model.sections) {
-        Keyword const* keyword = findKeyword(section.key);
+    for (std::size_t i = 0; i < _model.sections.size(); ++i) {
+        Section const& section = _model.sections[i];
+        Keyword const* keyword = _keywords[i];
         if (keyword == nullptr) {
             warning(section.line, "unknown keyword " + shown(section.shown) + " in [Model] " + _model.name);
             continue;
