@@ -47,27 +47,29 @@ std::string upperCase(std::string text)
     return text;
 }
 
-std::string trimmed(std::string const& text)
+std::string trimmed(std::string_view text)
 {
     auto blank = [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; };
-    std::string::size_type first = 0, last = text.size();
+    std::size_t first = 0, last = text.size();
     while (first < last && blank(text[first]))
         ++first;
     while (last > first && blank(text[last - 1]))
         --last;
-    return text.substr(first, last - first);
+    return std::string(text.substr(first, last - first));
 }
 
-bool isComment(std::string const& line)
+bool isComment(std::string_view line)
 {
-    std::string const text = trimmed(line);
-    return !text.empty() && text[0] == '|';
+    std::size_t first = 0;
+    while (first < line.size() && std::isspace(static_cast<unsigned char>(line[first])) != 0)
+        ++first;
+    return first < line.size() && line[first] == '|';
 }
 
-std::string keywordArgument(std::string const& line)
+std::string keywordArgument(std::string_view line)
 {
-    std::vector<std::string> tokens = tokensOf(line.substr(line.find(']') + 1));
-    return tokens.empty() ? "" : tokens[0];
+    // Behind the "]", or the whole line without one.
+    return std::string(tokenAt(line.substr(line.find(']') + 1), 0));
 }
 
 bool isReservedModel(std::string_view name)

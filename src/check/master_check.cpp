@@ -128,7 +128,7 @@ void MasterCheck::frameLine(ibis::Line const& line)
         _namingWithoutComponent = _naming.endingAt(line.number);
     if (package) {
         _package = line.number;
-        _packageKeyword = ibis::keywordKey(trimmed(std::string(text))) == "package";
+        _packageKeyword = ibis::keywordKey(trimmed(text)) == "package";
         _sawPackageKeyword = _packageKeyword;
     }
     if (pin)
@@ -139,7 +139,7 @@ void MasterCheck::packageLine(ibis::Line const& line)
 {
     // A block: a name line ("|" and the name) directly followed by a value
     // line; it is copied up to a line that is "|" alone.
-    std::string const text = trimmed(std::string(line.text));
+    std::string const text = trimmed(line.text);
     bool const value = holds(line.text, "R_pkg") || holds(line.text, "L_pkg") || holds(line.text, "C_pkg");
     if (value && _previousTrimmed.size() >= 2 && _previousTrimmed[0] == '|') {
         _anyPackage = true;
@@ -204,7 +204,7 @@ void MasterCheck::closeBlock(int end, std::string_view text)
     _block.reset();
     block.end = end;
     if (end != 0) {
-        std::string const line = trimmed(std::string(text));
+        std::string const line = trimmed(text);
         if (line[0] == '|') {
             block.endName = keywordArgument(line.substr(1));
             block.kind = block.endName == block.name ? BlockCopy::Own : BlockCopy::OtherComment;
@@ -234,11 +234,11 @@ void MasterCheck::blockLine(ibis::Line const& line, bool content)
     for (LongLine const& l : _longLines)
         gradeLength(l, false);
     _longLines.clear();
-    if (isComment(std::string(line.text)))
+    if (isComment(line.text))
         return;
     BlockCopy block;
     block.line = block.lastContent = line.number;
-    block.name = keywordArgument(trimmed(std::string(line.text)));
+    block.name = keywordArgument(trimmed(line.text));
     block.readerModel = ibis::isKeywordLine(line.text) && ibis::keywordKey(line.text) == "model";
     _blocks.emplace_back(block.name, line.number);
     _block = std::move(block);
