@@ -104,6 +104,20 @@ void manyDigits(char const* p, char const* end, std::uint64_t& mantissa, int& ex
 
 } // namespace
 
+namespace {
+
+// The masks and shifts that gather a layout's mantissa digits in one word.
+void gatherDigits(NumberLayout& layout)
+{
+    int const integer = layout.integerDigits;
+    layout.integerMask = integer == 8 ? ~0ull : (1ull << (8 * integer)) - 1;
+    layout.fractionMask = integer == 8 ? 0 : ~0ull;
+    layout.fractionShift = static_cast<unsigned char>(integer == 8 ? 0 : 8 * integer);
+    layout.digitsShift = static_cast<unsigned char>(8 * (8 - integer - layout.fractionDigits));
+}
+
+} // namespace
+
 char const* scanNumber(char const* p, char const* end, char comment, Number& number, NumberLayout* layout)
 {
     char const* const start = p;
@@ -176,7 +190,7 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
     number.kind = Number::Value;
     double const magnitude = scaled(mantissa, exponent + scale);
     number.value = negative ? -magnitude : magnitude;
-    if (layout != nullptr && digits <= 19 && exponentEnd - exponentDigits <= 4 && p - start <= 255) {
+    if (layout != nullptr && digits <= 8 && exponentEnd - exponentDigits <= 4 && p - start <= 255) {
         layout->usable = true;
         layout->negative = negative;
         layout->negativeExponent = negativeExponent;
@@ -186,7 +200,8 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
         layout->fractionDigits = static_cast<unsigned char>(fractionDigits);
         layout->exponentAt = static_cast<unsigned char>(exponentDigits - start);
         layout->exponentDigits = static_cast<unsigned char>(exponentEnd - exponentDigits);
-        layout->scale = static_cast<signed char>(scale);
+        layout->exponent = scale - fractionDigits;
+        gatherDigits(*layout);
     }
     return p;
 }
@@ -211,36 +226,25 @@ std::uint64_t loadWord(char const* p)
 
 } // namespace
 
-double readLaidOut(char const* p, char const* limit, NumberLayout const& layout)
+double readLaidOut(char const* p, NumberLayout const& layout)
 {
-    int const integer = layout.integerDigits, digits = integer + layout.fractionDigits;
-    std::uint64_t mantissa = 0;
+    std::uint64_t mantissa;
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-    bool const byWord = digits <= 8 && limit - p >= layout.fractionAt + 8 && limit - p >= layout.integerAt + 8;
+    std::uint64_t const digits = (loadWord(p + layout.integerAt) & layout.integerMask) |
+                                 (loadWord(p + layout.fractionAt) & layout.fractionMask) << layout.fractionShift;
+    mantissa = eightDigits(digits << layout.digitsShift);
 #else
-    bool const byWord = false;
+    mantissa = 0;
+    for (char const *d = p + layout.integerAt, *e = d + layout.integerDigits; d < e; ++d)
+        mantissa = mantissa * 10 + static_cast<unsigned>(*d - '0');
+    for (char const *d = p + layout.fractionAt, *e = d + layout.fractionDigits; d < e; ++d)
+        mantissa = mantissa * 10 + static_cast<unsigned>(*d - '0');
 #endif
-    if (byWord) {
-        // The integer digits and then those of the fraction in one word,
-        // shifted up so that the bytes behind them drop out.
-        std::uint64_t const fraction = loadWord(p + layout.fractionAt);
-        std::uint64_t const both = integer == 0 ? fraction
-                                   : integer == 8
-                                       ? loadWord(p + layout.integerAt)
-                                       : (loadWord(p + layout.integerAt) & (~0ull >> (64 - 8 * integer))) |
-                                             (fraction << (8 * integer));
-        mantissa = eightDigits(both << (8 * (8 - digits)));
-    } else {
-        for (char const *d = p + layout.integerAt, *e = d + integer; d < e; ++d)
-            mantissa = mantissa * 10 + static_cast<unsigned>(*d - '0');
-        for (char const *d = p + layout.fractionAt, *e = d + layout.fractionDigits; d < e; ++d)
-            mantissa = mantissa * 10 + static_cast<unsigned>(*d - '0');
-    }
     int exponent = 0;
     for (char const *d = p + layout.exponentAt, *e = d + layout.exponentDigits; d < e; ++d)
         exponent = exponent * 10 + (*d - '0');
-    exponent = (layout.negativeExponent ? -exponent : exponent) - layout.fractionDigits + layout.scale;
-    double const magnitude = scaled(mantissa, exponent);
+    double const magnitude =
+        scaled(mantissa, layout.exponent + (layout.negativeExponent ? -exponent : exponent));
     return layout.negative ? -magnitude : magnitude;
 }
 

@@ -342,7 +342,7 @@ char const* ModelReader::readPatternRows(char const* p, char const* end, int fir
         row.line = first + lines;
         for (int i = 0; i < read; ++i)
             if (layout.numbers[i].usable)
-                row.cells[i].value = readLaidOut(p + layout.starts[i], end, layout.numbers[i]);
+                row.cells[i].value = readLaidOut(p + layout.starts[i], layout.numbers[i]);
             else if (row.cells[i].kind == Number::Value)
                 scanNumber(p + layout.starts[i], p + size, comment, row.cells[i]);
         p += step;
