@@ -288,7 +288,7 @@ TEST(ModelReader, RowsInBulkAsLineByLine)
 {
     char const* const forms[] = {"  %.3f  %.4E  %.4E  %.4E", "%+.2fn\t%.6fmA NA %.1e",
                                  "  .%.0f5  %.0f.  9.99e22  1e-400", "  %.0f  %.18f0  1e400  99999999999999999999",
-                                 "  %08.0fn  %.7fE+0  %.8f  -.5"};
+                                 "  %08.0fm  %.7fE+0  %.8f  -.5"};
     std::string const others[] = {"  1  2  3  4  5", "  1.0  2.0", "  1.0,  2.0  3.0  4.0", "NA", "  NA  1  1  1",
                                   "  1e12345  1  1  1", "  1  2  3  4  | note", "", "  | comment", "  1  2 [3] 4",
                                   "R_fixture = 50", "  1.0\r 2.0  3.0  4.0", "  1  2  3  4  # 5",
