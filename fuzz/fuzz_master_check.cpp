@@ -1,12 +1,16 @@
 // Fuzz target: a master IBIS file through the checker, with a family word
 // picked by the first byte. Findings stand at lines of the file, in line
-// order.
+// order, and are those of a check fed one line at a time (no table rows
+// taken in bulk).
 
 #include <cstdint>
 #include <cstdlib>
+#include <sstream>
 #include <string>
 
+#include "check/check_text.h"
 #include "check/ibis_check.h"
+#include "check/master_check.h"
 
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size)
 {
@@ -17,11 +21,21 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size)
     for (char c : text)
         lines += c == '\n' ? 1 : 0;
     lines += text.empty() || text.back() == '\n' ? 0 : 1;
+    std::vector<ibischeck::Finding> const findings = ibischeck::checkMasterFile(text, family);
     int previous = 1;
-    for (ibischeck::Finding const& finding : ibischeck::checkMasterFile(text, family)) {
+    for (ibischeck::Finding const& finding : findings) {
         if (finding.line < previous || finding.line > (lines > 0 ? lines : 1) || finding.text.empty())
             std::abort();
         previous = finding.line;
     }
+    ibischeck::MasterCheck check(family);
+    std::istringstream in(text);
+    std::vector<ibischeck::Finding> const lineByLine = ibischeck::checkLines(in, check);
+    if (lineByLine.size() != findings.size())
+        std::abort();
+    for (std::size_t i = 0; i < findings.size(); ++i)
+        if (lineByLine[i].line != findings[i].line || lineByLine[i].severity != findings[i].severity ||
+            lineByLine[i].text != findings[i].text)
+            std::abort();
     return 0;
 }

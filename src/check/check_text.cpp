@@ -4,6 +4,8 @@
 #include <cctype>
 #include <cstdio>
 
+#include "ibis/ibis_syntax.h"
+
 namespace ibischeck {
 
 std::vector<std::string> tokensOf(std::string const& line)
@@ -22,6 +24,22 @@ std::vector<std::string> tokensOf(std::string const& line)
     return tokens;
 }
 
+std::string_view tokenAt(std::string_view line, std::size_t n)
+{
+    std::size_t at = 0;
+    for (;;) {
+        while (at < line.size() && (line[at] == ' ' || line[at] == '\t'))
+            ++at;
+        std::size_t end = at;
+        while (end < line.size() && line[end] != ' ' && line[end] != '\t')
+            ++end;
+        if (at == end || n == 0)
+            return line.substr(at, end - at);
+        --n;
+        at = end;
+    }
+}
+
 std::string upperCase(std::string text)
 {
     for (char& c : text)
@@ -29,33 +47,35 @@ std::string upperCase(std::string text)
     return text;
 }
 
-std::string trimmed(std::string const& text)
+std::string trimmed(std::string_view text)
 {
     auto blank = [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; };
-    std::string::size_type first = 0, last = text.size();
+    std::size_t first = 0, last = text.size();
     while (first < last && blank(text[first]))
         ++first;
     while (last > first && blank(text[last - 1]))
         --last;
-    return text.substr(first, last - first);
+    return std::string(text.substr(first, last - first));
 }
 
-bool isComment(std::string const& line)
+bool isComment(std::string_view line)
 {
-    std::string const text = trimmed(line);
-    return !text.empty() && text[0] == '|';
+    std::size_t first = 0;
+    while (first < line.size() && std::isspace(static_cast<unsigned char>(line[first])) != 0)
+        ++first;
+    return first < line.size() && line[first] == '|';
 }
 
-std::string keywordArgument(std::string const& line)
+std::string keywordArgument(std::string_view line)
 {
-    std::vector<std::string> tokens = tokensOf(line.substr(line.find(']') + 1));
-    return tokens.empty() ? "" : tokens[0];
+    // Behind the "]", or the whole line without one.
+    return std::string(tokenAt(line.substr(line.find(']') + 1), 0));
 }
 
-bool isReservedModel(std::string const& name)
+bool isReservedModel(std::string_view name)
 {
-    std::string const upper = upperCase(name);
-    return upper == "POWER" || upper == "GND" || upper == "NC" || upper == "CIRCUITCALL";
+    return ibis::sameWord(name, "POWER") || ibis::sameWord(name, "GND") || ibis::sameWord(name, "NC") ||
+           ibis::sameWord(name, "CIRCUITCALL");
 }
 
 std::string visible(std::string_view text)

@@ -17,13 +17,15 @@ namespace ibischeck {
 
 // Blank-separated tokens (blanks and tabs).
 std::vector<std::string> tokensOf(std::string const& line);
+// The token of tokensOf() at n (from 0), empty for a line with fewer.
+std::string_view tokenAt(std::string_view line, std::size_t n);
 std::string upperCase(std::string text);
-std::string trimmed(std::string const& text);
+std::string trimmed(std::string_view text);
 // First non-blank character is the IBIS comment character "|".
-bool isComment(std::string const& line);
+bool isComment(std::string_view line);
 // The first token after the keyword's "]".
-std::string keywordArgument(std::string const& line);
-bool isReservedModel(std::string const& name); // POWER, GND, NC, CIRCUITCALL
+std::string keywordArgument(std::string_view line);
+bool isReservedModel(std::string_view name); // POWER, GND, NC, CIRCUITCALL, in any case
 
 // Text of the file as a finding shows it: every byte outside printable
 // ASCII written as \xHH, so that two texts that differ never look alike.

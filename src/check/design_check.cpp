@@ -54,7 +54,7 @@ bool isComponentKeyword(std::string const& key)
 class DesignCheck {
 public:
     explicit DesignCheck(std::string const& fileName)
-        : _fileName(fileName), _reader([this](ibis::Model const& model) { modelRead(model); })
+        : _fileName(fileName), _reader([this](ibis::Model const& model) { modelRead(model); }, readsEveryValue)
     {
     }
 

@@ -128,7 +128,7 @@ void MasterCheck::frameLine(ibis::Line const& line)
         _namingWithoutComponent = _naming.endingAt(line.number);
     if (package) {
         _package = line.number;
-        _packageKeyword = ibis::keywordKey(trimmed(std::string(text))) == "package";
+        _packageKeyword = ibis::keywordKey(trimmed(text)) == "package";
         _sawPackageKeyword = _packageKeyword;
     }
     if (pin)
@@ -139,7 +139,7 @@ void MasterCheck::packageLine(ibis::Line const& line)
 {
     // A block: a name line ("|" and the name) directly followed by a value
     // line; it is copied up to a line that is "|" alone.
-    std::string const text = trimmed(std::string(line.text));
+    std::string const text = trimmed(line.text);
     bool const value = holds(line.text, "R_pkg") || holds(line.text, "L_pkg") || holds(line.text, "C_pkg");
     if (value && _previousTrimmed.size() >= 2 && _previousTrimmed[0] == '|') {
         _anyPackage = true;
@@ -176,9 +176,9 @@ void MasterCheck::pinListLine(ibis::Line const& line)
         _pinList = PinList::Done;
         return;
     }
-    std::vector<std::string> const tokens = tokensOf(std::string(text));
-    if (tokens.size() >= 3 && !isReservedModel(tokens[2]))
-        _listed.emplace(tokens[2], line.number);
+    std::string_view const model = tokenAt(text, 2);
+    if (!model.empty() && !isReservedModel(model))
+        _listed.emplace(model, line.number);
 }
 
 void MasterCheck::modelRead(ibis::Model const& model)
@@ -204,7 +204,7 @@ void MasterCheck::closeBlock(int end, std::string_view text)
     _block.reset();
     block.end = end;
     if (end != 0) {
-        std::string const line = trimmed(std::string(text));
+        std::string const line = trimmed(text);
         if (line[0] == '|') {
             block.endName = keywordArgument(line.substr(1));
             block.kind = block.endName == block.name ? BlockCopy::Own : BlockCopy::OtherComment;
@@ -234,11 +234,11 @@ void MasterCheck::blockLine(ibis::Line const& line, bool content)
     for (LongLine const& l : _longLines)
         gradeLength(l, false);
     _longLines.clear();
-    if (isComment(std::string(line.text)))
+    if (isComment(line.text))
         return;
     BlockCopy block;
     block.line = block.lastContent = line.number;
-    block.name = keywordArgument(trimmed(std::string(line.text)));
+    block.name = keywordArgument(trimmed(line.text));
     block.readerModel = ibis::isKeywordLine(line.text) && ibis::keywordKey(line.text) == "model";
     _blocks.emplace_back(block.name, line.number);
     _block = std::move(block);
@@ -301,10 +301,10 @@ void MasterCheck::feed(ibis::Line const& line)
         _namingWithoutComponent->feed(line.text, line.number);
 
     bool const keyword = ibis::isKeywordLine(line.text);
-    if (keyword)
-        _keywordShown = std::string(ibis::keywordShown(line.text));
+    std::string const key = keyword ? ibis::keywordKey(line.text) : std::string();
     if (keyword) {
-        std::string const key = ibis::keywordKey(line.text);
+        std::string_view const shownKeyword = ibis::keywordShown(line.text);
+        _keywordShown.assign(shownKeyword.data(), shownKeyword.size());
         if (key == "ibis ver" && !_header.versionSeen) {
             _header = headerOf(line.text, _comment.current());
             _context.version = _header.version;
@@ -336,13 +336,41 @@ void MasterCheck::feed(ibis::Line const& line)
         _findings.insert(_findings.end(), _packageFindings.begin(), _packageFindings.end());
     }
 
-    bool const inModel = _reader.feed(line, _comment.current());
+    bool const inModel = _reader.feed(line, _comment.current(), keyword ? &key : nullptr);
     bool const content = inModel && !ibis::isBlankOrComment(line.text, _comment.current());
     blockLine(line, content);
     if (!_awaiting.empty())
         settle();
-    if (keyword && ibis::keywordKey(line.text) == "comment char")
+    if (key == "comment char")
         _comment.change(ibis::keywordRest(line.text));
+}
+
+bool MasterCheck::frameRead() const
+{
+    return _component != 0 && _package != 0 && _pin != 0 && _pinList == PinList::Done && _naming.idle() &&
+           _naming.ended() && (!_namingWithoutComponent || _namingWithoutComponent->idle());
+}
+
+std::size_t MasterCheck::feedRows(ibis::LineSource& source)
+{
+    // Rows hold no "[" (no keyword, nothing that ends a copy) and are short
+    // enough for every reader: what feed() does with them is read them into
+    // the open model, and count them as its content.
+    if (!_reader.inModel() || !frameRead())
+        return 0;
+    int const first = source.lastNumber() + 1;
+    int lines = 0;
+    std::size_t const bytes = _reader.feedRows(source.ahead(), first, _comment.current(), kNamingLineLimit, lines);
+    if (lines == 0)
+        return 0;
+    source.skip(bytes, lines);
+    _number = first + lines - 1;
+    if (_block && _block->readerModel && _block->readerEnd == -1)
+        _block->lastContent = _number;
+    for (BlockCopy& block : _awaiting)
+        if (block.readerModel && block.readerEnd == -1 && block.contentAfterEnd == 0)
+            block.contentAfterEnd = first;
+    return bytes;
 }
 
 void MasterCheck::finishBlocks(int lines)
@@ -385,10 +413,11 @@ void MasterCheck::handOver(ibis::Line const& line)
     settle();
 }
 
-void MasterCheck::absorb(MasterCheck& later)
+void MasterCheck::absorb(MasterCheck& later, int shift)
 {
     _findings.insert(_findings.end(), later._findings.begin(), later._findings.end());
-    _blocks.insert(_blocks.end(), later._blocks.begin(), later._blocks.end());
+    for (auto const& [name, line] : later._blocks)
+        _blocks.emplace_back(name, line + shift);
 }
 
 std::vector<Finding> MasterCheck::finishFrame(int lines)
@@ -441,7 +470,13 @@ std::vector<Finding> MasterCheck::finishFrame(int lines)
 std::vector<Finding> checkMasterFile(std::istream& in, std::string const& family)
 {
     MasterCheck check(family);
-    return checkLines(in, check);
+    ibis::LineSource source(in);
+    ibis::Line line;
+    while (source.next(line)) {
+        check.feed(line);
+        check.feedRows(source);
+    }
+    return check.finish(source.lastNumber());
 }
 
 std::vector<Finding> checkMasterFile(std::string const& text, std::string const& family)

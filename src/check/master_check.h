@@ -49,7 +49,7 @@ struct BlockCopy {
 class MasterCheck {
 public:
     explicit MasterCheck(std::string const& family)
-        : _naming(family), _reader([this](ibis::Model const& model) { modelRead(model); })
+        : _naming(family), _reader([this](ibis::Model const& model) { modelRead(model); }, readsEveryValue)
     {
         _context.master = true;
     }
@@ -67,6 +67,11 @@ public:
     }
 
     void feed(ibis::Line const& line);
+    // Takes the rows of a table that stand next in the source in one go,
+    // with the findings that feed() would give for them, and tells how many
+    // bytes it took: the lines that change nothing but the table being
+    // read. Takes nothing while the frame is still being read.
+    std::size_t feedRows(ibis::LineSource& source);
     std::vector<Finding> finish(int lines);
 
     // The state ahead of the current line is what a check of the rest of
@@ -77,12 +82,20 @@ public:
     void handOver(ibis::Line const& line);
     // The end of the file, for the blocks of a check that started later.
     void finishBlocks(int lines);
-    // Takes on the findings and blocks of the check of the rest of the file.
-    void absorb(MasterCheck& later);
+    // No findings so far.
+    bool quiet() const { return _findings.empty(); }
+    // Takes on the findings and blocks of the check of the rest of the file,
+    // whose lines were numbered `shift` short: the lines of its blocks move
+    // by shift (its findings' texts name lines too, so with a shift it must
+    // be quiet()).
+    void absorb(MasterCheck& later, int shift);
     // The end of the file, for the frame; all findings in line order.
     std::vector<Finding> finishFrame(int lines);
 
 private:
+    // The naming section, the package and the [Pin] list are behind: no
+    // rule of the frame reads the lines that follow.
+    bool frameRead() const;
     void checkLength(ibis::Line const& line);
     void frameLine(ibis::Line const& line);
     void packageLine(ibis::Line const& line);

@@ -1,11 +1,11 @@
 // A large master file read in two parts at once: a second thread checks
-// the part behind a [Model] line in the file's second half, and the first
-// hands over to it there when its state is the one the second assumed.
+// the part behind the first [Model] line of the file's second half, and the
+// first hands over to it there when its state is the one the second
+// assumed.
 
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <cstring>
 #include <fstream>
 #include <thread>
 
@@ -18,38 +18,6 @@ namespace {
 
 // Files from this size on are read in two parts at once.
 std::uintmax_t const kSplitSize = 8u << 20;
-
-// The line ends in the first `size` bytes of the stream, eight bytes at a
-// time; the stream stands at `size` behind them.
-bool countLines(std::istream& in, std::uintmax_t size, int& lines)
-{
-    std::vector<char> buffer(1 << 18);
-    std::uint64_t count = 0;
-    while (size > 0) {
-        std::size_t const want = static_cast<std::size_t>(std::min<std::uintmax_t>(size, buffer.size()));
-        if (!in.read(buffer.data(), static_cast<std::streamsize>(want)))
-            return false;
-        size -= want;
-        char const* p = buffer.data();
-        std::size_t i = 0;
-        while (i + 8 <= want) {
-            // A byte per byte lane counts the LFs, up to 255 rounds.
-            std::uint64_t lanes = 0;
-            for (int round = 0; round < 255 && i + 8 <= want; ++round, i += 8) {
-                std::uint64_t v;
-                std::memcpy(&v, p + i, 8);
-                std::uint64_t const x = v ^ 0x0A0A0A0A0A0A0A0Aull;
-                std::uint64_t const t = (x & 0x7F7F7F7F7F7F7F7Full) + 0x7F7F7F7F7F7F7F7Full;
-                lanes += ~(t | x | 0x7F7F7F7F7F7F7F7Full) >> 7;
-            }
-            count += (lanes * 0x0101010101010101ull) >> 56;
-        }
-        for (; i < want; ++i)
-            count += p[i] == '\n' ? 1 : 0;
-    }
-    lines = static_cast<int>(count);
-    return true;
-}
 
 // Where the second part starts: the first line that begins with "[Model]"
 // behind `from`; 0 for none. And the [IBIS Ver] line of the file's head.
@@ -89,6 +57,26 @@ std::uintmax_t splitPoint(std::istream& in, std::uintmax_t from, Header& header)
     return 0;
 }
 
+// Checks the part of the file from byte `from` on, its first line numbered
+// `first`, up to its end or until stop is set; lines gets the number of
+// its last line. False when it could not be read, or was stopped.
+bool checkPart(std::string const& path, std::uintmax_t from, int first, std::atomic<bool> const& stop,
+               MasterCheck& check, int& lines)
+{
+    std::ifstream in(path, std::ios::binary);
+    if (!in || !in.seekg(static_cast<std::streamoff>(from)))
+        return false;
+    ibis::LineSource source(in, first);
+    ibis::Line line;
+    while (!stop && source.next(line)) {
+        check.feed(line);
+        check.feedRows(source);
+    }
+    lines = source.lastNumber();
+    check.finishBlocks(lines);
+    return !stop && !in.bad();
+}
+
 } // namespace
 
 bool checkMasterPath(std::string const& path, std::string const& family, std::vector<Finding>& findings)
@@ -103,7 +91,7 @@ bool checkMasterPath(std::string const& path, std::string const& family, std::ve
     std::uintmax_t split = 0;
     if (size >= static_cast<std::streamoff>(kSplitSize)) {
         std::ifstream probe(path, std::ios::binary);
-        split = splitPoint(probe, static_cast<std::uintmax_t>(size) * 54 / 100, header);
+        split = splitPoint(probe, static_cast<std::uintmax_t>(size) / 2, header);
     }
     if (!in || split == 0) {
         in.clear();
@@ -112,28 +100,18 @@ bool checkMasterPath(std::string const& path, std::string const& family, std::ve
         return !in.bad();
     }
 
-    // The part from the split point on, read by a second thread: it counts
-    // the lines ahead of it, then checks its part as a check that starts
-    // behind the frame would.
+    // The part from the split point on, read by a second thread as a check
+    // that starts behind the frame would read it. Not knowing yet how many
+    // lines stand ahead of it, it numbers them as if its first line were
+    // the file's second. A part that gives no findings holds line numbers
+    // only in its blocks, which move by the lines counted in the end; one
+    // that gives findings (they name lines) is checked again then.
+    int const guess = 2;
     std::atomic<bool> stop(false);
     bool laterRead = false;
     int laterLines = 0;
     MasterCheck later(family, header);
-    std::thread second([&] {
-        std::ifstream tail(path, std::ios::binary);
-        int ahead = 0;
-        if (!tail || !countLines(tail, split, ahead))
-            return;
-        ibis::LineSource source(tail, ahead + 1);
-        ibis::Line line;
-        laterLines = ahead;
-        while (!stop && source.next(line)) {
-            later.feed(line);
-            laterLines = line.number;
-        }
-        later.finishBlocks(laterLines);
-        laterRead = !stop && !tail.bad();
-    });
+    std::thread second([&] { laterRead = checkPart(path, split, guess, stop, later, laterLines); });
 
     MasterCheck first(family);
     ibis::LineSource source(in);
@@ -141,10 +119,12 @@ bool checkMasterPath(std::string const& path, std::string const& family, std::ve
     std::uintmax_t at = 0; // where the line starts
     int lines = 0;
     bool handedOver = false;
+    int splitLine = 0;
     while (source.next(line)) {
         if (at == split) {
             if (first.canHandOver(header)) {
                 first.handOver(line);
+                splitLine = line.number;
                 handedOver = true;
                 break;
             }
@@ -152,22 +132,29 @@ bool checkMasterPath(std::string const& path, std::string const& family, std::ve
         }
         at += line.length + (line.crlf ? 1 : 0) + (line.ended ? 1 : 0);
         first.feed(line);
-        lines = line.number;
+        at += first.feedRows(source);
+        lines = source.lastNumber();
     }
     if (!handedOver)
         stop = true;
     second.join();
-    if (handedOver && laterRead) {
-        first.absorb(later);
-        findings = first.finishFrame(laterLines);
+    if (!handedOver) {
+        findings = first.finish(lines);
+        return !in.bad();
+    }
+    int const shift = splitLine - guess;
+    if (laterRead && later.quiet()) {
+        first.absorb(later, shift);
+        findings = first.finishFrame(laterLines + shift);
         return true;
     }
-    if (handedOver) {
-        // The second part could not be read: read on from the split point.
+    MasterCheck again(family, header);
+    std::atomic<bool> const go(false);
+    if (!checkPart(path, split, splitLine, go, again, laterLines))
         return false;
-    }
-    findings = first.finish(lines);
-    return !in.bad();
+    first.absorb(again, 0);
+    findings = first.finishFrame(laterLines);
+    return true;
 }
 
 } // namespace ibischeck

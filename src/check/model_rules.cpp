@@ -5,7 +5,6 @@
 
 #include <cctype>
 #include <cstdio>
-#include <map>
 #include <unordered_map>
 
 #include "check/check_text.h"
@@ -157,6 +156,47 @@ std::string number(double value)
 
 char const* const kColumns[] = {"typ", "min", "max"};
 
+// A sub-parameter's name in lower case, as the rules compare it.
+std::string lowered(std::string text)
+{
+    for (char& c : text)
+        c = ibis::lowerCase(c);
+    return text;
+}
+
+// Names and the line where each first stands, for the few names of one
+// block or section: a list, searched from its start.
+class FirstLines {
+public:
+    FirstLines() { _names.reserve(16); }
+
+    // Adds name at line; false, with first set to the line where it stood
+    // before, when it did.
+    bool add(std::string_view name, int line, int& first)
+    {
+        for (auto const& [known, at] : _names)
+            if (known == name) {
+                first = at;
+                return false;
+            }
+        _names.emplace_back(name, line);
+        return true;
+    }
+    bool has(std::string_view name) const { return line(name) != 0; }
+    // The line where name first stands, 0 for a name not added.
+    int line(std::string_view name) const
+    {
+        for (auto const& [known, at] : _names)
+            if (known == name)
+                return at;
+        return 0;
+    }
+    void clear() { _names.clear(); }
+
+private:
+    std::vector<std::pair<std::string, int>> _names;
+};
+
 // A sub-parameter line: "Vinl = 0.8V", "Vinl=0.8V", "C_comp 2p 1p 3p".
 struct SubParameter {
     std::string name;
@@ -169,22 +209,25 @@ SubParameter subParameter(Item const& item)
 {
     SubParameter sub;
     sub.line = item.line;
-    std::vector<std::string> fields = item.fields;
+    std::vector<std::string> const& fields = item.fields;
     std::string::size_type const at = fields[0].find('=');
+    auto next = fields.begin() + 1; // the first field behind the name and its "="
+    sub.values.reserve(fields.size());
     if (at != std::string::npos) {
         sub.equals = true;
-        std::string const rest = fields[0].substr(at + 1);
-        fields[0].erase(at);
-        if (!rest.empty())
-            fields.insert(fields.begin() + 1, rest);
-    } else if (fields.size() > 1 && fields[1][0] == '=') {
-        sub.equals = true;
-        fields[1].erase(0, 1);
-        if (fields[1].empty())
-            fields.erase(fields.begin() + 1);
+        sub.name = fields[0].substr(0, at);
+        if (at + 1 < fields[0].size())
+            sub.values.push_back(fields[0].substr(at + 1));
+    } else {
+        sub.name = fields[0];
+        if (fields.size() > 1 && fields[1][0] == '=') {
+            sub.equals = true;
+            if (fields[1].size() > 1)
+                sub.values.push_back(fields[1].substr(1));
+            ++next;
+        }
     }
-    sub.name = fields[0];
-    sub.values.assign(fields.begin() + 1, fields.end());
+    sub.values.insert(sub.values.end(), next, fields.end());
     return sub;
 }
 
@@ -210,6 +253,21 @@ private:
     void checkSections();
     void checkSection(Section const& section, Keyword const* keyword);
     void checkTable(Section const& section, bool waveform);
+    // What the rows of a table have shown so far.
+    struct TableScan {
+        std::string const& what;
+        char const* index; // "voltage" or "time"
+        bool zeroOnly;     // the model type allows only zero currents here
+        bool zeroSeen = false;
+    };
+    // The findings of a row that is not the usual one: a number of fields
+    // other than four, a cell that is no number, a current not zero. Tells
+    // which of typ, min and max (bits 0 to 2) hold numbers.
+    [[gnu::cold]] unsigned checkCells(Row const& row, TableScan& scan);
+    // The finding of the first row whose index repeats the one above or
+    // goes the wrong way.
+    [[gnu::cold]] void outOfOrder(Row const& row, Row const& previous, TableScan const& scan, bool waveform,
+                                  bool repeats);
     void checkRamp(Section const& section);
     void checkWaveform(Section const& section);
     void checkSubmodel(Section const& section);
@@ -223,7 +281,8 @@ private:
     std::vector<Finding>& _findings;
     ModelType const* _type = nullptr;
     unsigned _flags = 0;
-    std::map<std::string, int> _subLines; // lower-case sub-parameter to its first line
+    FirstLines _subLines; // lower-case sub-parameters
+    std::vector<Keyword const*> _keywords; // of each section, as checkSubParameters() found them
     double _vinl = 0, _vinh = 0;
     bool _hasVinl = false, _hasVinh = false;
 };
@@ -256,56 +315,55 @@ void ModelRules::checkSubParameters()
     for (Item const& item : _model.head)
         checkSubParameter(subParameter(item));
     for (Section const& section : _model.sections) {
-        Keyword const* keyword = findKeyword(section.key);
-        if (keyword != nullptr && keyword->kind == Kind::Range)
+        _keywords.push_back(findKeyword(section.key));
+        if (_keywords.back() != nullptr && _keywords.back()->kind == Kind::Range)
             for (Item const& item : section.items)
                 checkSubParameter(subParameter(item));
     }
-    if (_type == nullptr && _subLines.count("model_type") == 0)
+    if (_type == nullptr && !_subLines.has("model_type"))
         error(_model.line, "[Model] " + _model.name + " has no Model_type");
     if (_hasVinl && _hasVinh && _vinl >= _vinh)
-        warning(_subLines["vinl"], "Vinl " + number(_vinl) + " is not below Vinh " + number(_vinh));
+        warning(_subLines.line("vinl"), "Vinl " + number(_vinl) + " is not below Vinh " + number(_vinh));
 }
 
 void ModelRules::checkSubParameter(SubParameter const& sub)
 {
-    std::string lower = sub.name;
-    for (char& c : lower)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    auto const first = _subLines.emplace(lower, sub.line);
-    if (!first.second) {
-        warning(sub.line, sub.name + " stands twice (first at line " + std::to_string(first.first->second) + ")");
+    std::string const lower = lowered(sub.name);
+    std::string_view const name = lower; // compared with words below: by length first
+    int first = 0;
+    if (!_subLines.add(lower, sub.line, first)) {
+        warning(sub.line, sub.name + " stands twice (first at line " + std::to_string(first) + ")");
         return;
     }
     std::string const value = sub.values.size() == 1 ? sub.values[0] : "";
-    if (lower == "model_type") {
+    if (name == "model_type") {
         _type = findType(value);
         if (_type == nullptr)
             error(sub.line, "Model_type " + shown(joinedFields(sub.values)) + " is not an IBIS model type");
         else
             _flags = _type->flags;
-    } else if (lower == "polarity") {
+    } else if (name == "polarity") {
         if (!ibis::sameWord(value, "Non-Inverting") && !ibis::sameWord(value, "Inverting"))
             error(sub.line, "Polarity " + shown(joinedFields(sub.values)) + " is neither Non-Inverting nor Inverting");
-    } else if (lower == "enable") {
+    } else if (name == "enable") {
         if (!ibis::sameWord(value, "Active-High") && !ibis::sameWord(value, "Active-Low"))
             error(sub.line, "Enable " + shown(joinedFields(sub.values)) + " is neither Active-High nor Active-Low");
-    } else if (lower == "vinl" || lower == "vinh") {
+    } else if (name == "vinl" || name == "vinh") {
         double v = 0;
         checkSingleValue(sub, &v);
-        (lower == "vinl" ? _vinl : _vinh) = v;
-        (lower == "vinl" ? _hasVinl : _hasVinh) = sub.values.size() == 1 && ibis::parseNumber(value).isValue();
-    } else if (lower == "cref" || lower == "rref" || lower == "cref_rising" || lower == "cref_falling" ||
-               lower == "rref_rising" || lower == "rref_falling" || lower == "cref_diff" || lower == "rref_diff") {
+        (name == "vinl" ? _vinl : _vinh) = v;
+        (name == "vinl" ? _hasVinl : _hasVinh) = sub.values.size() == 1 && ibis::parseNumber(value).isValue();
+    } else if (name == "cref" || name == "rref" || name == "cref_rising" || name == "cref_falling" ||
+               name == "rref_rising" || name == "rref_falling" || name == "cref_diff" || name == "rref_diff") {
         double v = 0;
         checkSingleValue(sub, &v);
         if (v < 0)
             warning(sub.line, sub.name + " " + number(v) + " is negative");
-    } else if (lower == "vmeas" || lower == "vref" || lower == "vmeas_rising" || lower == "vmeas_falling" ||
-               lower == "vref_rising" || lower == "vref_falling") {
+    } else if (name == "vmeas" || name == "vref" || name == "vmeas_rising" || name == "vmeas_falling" ||
+               name == "vref_rising" || name == "vref_falling") {
         checkSingleValue(sub, nullptr);
-    } else if (lower == "c_comp" || lower == "c_comp_pullup" || lower == "c_comp_pulldown" ||
-               lower == "c_comp_power_clamp" || lower == "c_comp_gnd_clamp") {
+    } else if (name == "c_comp" || name == "c_comp_pullup" || name == "c_comp_pulldown" ||
+               name == "c_comp_power_clamp" || name == "c_comp_gnd_clamp") {
         if (sub.equals)
             warning(sub.line, sub.name + " is written with \"=\"; its typ, min and max stand in columns");
         if (checkTypMinMax(sub.values, sub.line, sub.name))
@@ -343,20 +401,20 @@ bool ModelRules::checkTypMinMax(std::vector<std::string> const& values, int line
 
 void ModelRules::checkSections()
 {
-    std::map<std::string, int> seen; // key to its first line, within one [On] or [Off]
-    for (Section const& section : _model.sections) {
-        Keyword const* keyword = findKeyword(section.key);
+    FirstLines seen; // keys, within one [On] or [Off]
+    for (std::size_t i = 0; i < _model.sections.size(); ++i) {
+        Section const& section = _model.sections[i];
+        Keyword const* keyword = _keywords[i];
         if (keyword == nullptr) {
             warning(section.line, "unknown keyword " + shown(section.shown) + " in [Model] " + _model.name);
             continue;
         }
         if (section.key == "on" || section.key == "off")
             seen.clear();
-        auto const first = seen.emplace(section.key, section.line);
-        if (!first.second && !keyword->repeats) {
-            std::string const text =
-                section.shown + " stands twice in [Model] " + _model.name + " (first at line " +
-                std::to_string(first.first->second) + ")";
+        int first = 0;
+        if (!seen.add(section.key, section.line, first) && !keyword->repeats) {
+            std::string const text = section.shown + " stands twice in [Model] " + _model.name + " (first at line " +
+                                     std::to_string(first) + ")";
             if (keyword->strict)
                 error(section.line, text);
             else
@@ -419,50 +477,37 @@ void ModelRules::checkTable(Section const& section, bool waveform)
                                 std::to_string(limit));
 
     // Only zero currents in the table that an open model type does not use.
-    bool const zeroOnly = (section.key == "pullup" && (_flags & ZeroPullup) != 0) ||
-                          (section.key == "pulldown" && (_flags & ZeroPulldown) != 0);
-    bool ordered = true, zeroSeen = false;
+    bool const zeroOnly = readsEveryValue(section.key) &&
+                          (_flags & (section.key == "pullup" ? ZeroPullup : ZeroPulldown)) != 0;
+    TableScan scan{section.shown, index, zeroOnly};
+    unsigned columnData = 0; // bit i: column i (typ, min, max) holds a number
+    bool ordered = true;
+    Row const* previous = nullptr; // the last row with an index
+    double before = 0;             // its index
     int direction = 0;
-    Row const* previous = nullptr;
-    bool columnData[3] = {false, false, false};
     for (Row const& row : section.rows) {
-        if (row.fields != 4)
-            error(row.line, what + " row of " + std::to_string(row.fields) +
-                                (row.fields == 1 ? " column; " : " columns; ") + index + ", typ, min and max make four");
-        Number const& at = row.cells[0];
-        if (at.kind == Number::NotAvailable)
-            error(row.line, what + " " + index + " is NA; the " + index + " column needs numbers");
-        else if (at.kind == Number::Invalid && row.fields > 0)
-            error(row.line, what + " " + index + " is not a number");
-        for (int i = 1; i < 4 && i < row.fields; ++i) {
-            Number const& cell = row.cells[i];
-            if (cell.kind == Number::Invalid)
-                error(row.line, what + " " + kColumns[i - 1] + " is not a number");
-            columnData[i - 1] = columnData[i - 1] || cell.isValue();
-            if (zeroOnly && !zeroSeen && cell.isValue() && cell.value != 0) {
-                zeroSeen = true;
-                error(row.line, what + " current " + number(cell.value) + " in a model of type " + typeShown() +
-                                    "; only zero currents may stand here");
-            }
+        Number const* const cells = row.cells;
+        double const at = cells[0].value;
+        if (row.fields == 4 && !zeroOnly && cells[0].kind == Number::Value && cells[1].kind != Number::Invalid &&
+            cells[2].kind != Number::Invalid && cells[3].kind != Number::Invalid) {
+            // The usual row: nothing to say about its cells.
+            columnData |= (cells[1].isValue() ? 1u : 0u) | (cells[2].isValue() ? 2u : 0u) |
+                          (cells[3].isValue() ? 4u : 0u);
+        } else {
+            columnData |= checkCells(row, scan);
+            if (!cells[0].isValue())
+                continue;
         }
-        if (!at.isValue())
-            continue;
         if (ordered && previous != nullptr) {
-            double const step = at.value - previous->cells[0].value;
-            if (step == 0) {
+            double const step = at - before;
+            if (step == 0 || (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction)) {
                 ordered = false;
-                error(row.line, what + " " + index + " " + number(at.value) + " repeats line " +
-                                    std::to_string(previous->line));
-            } else if (waveform ? step < 0 : direction != 0 && (step > 0 ? 1 : -1) != direction) {
-                ordered = false;
-                error(row.line, what + " " + index + " " + number(at.value) + " follows " +
-                                    number(previous->cells[0].value) + " (line " + std::to_string(previous->line) +
-                                    "); the " + index + (waveform ? " column must rise" : "s must rise or fall") +
-                                    " throughout");
+                outOfOrder(row, *previous, scan, waveform, step == 0);
             }
             direction = step > 0 ? 1 : -1;
         }
         previous = &row;
+        before = at;
     }
     if (rows == 0)
         return;
@@ -473,10 +518,50 @@ void ModelRules::checkTable(Section const& section, bool waveform)
         if (row.fields > 1 && row.cells[1].kind == Number::NotAvailable)
             error(row.line, what + " typ is NA in its " + which + " row; it needs a number there");
         for (int i = 2; i < 4; ++i)
-            if (columnData[i - 1] && row.fields > i && row.cells[i].kind == Number::NotAvailable)
+            if ((columnData >> (i - 1) & 1u) != 0 && row.fields > i && row.cells[i].kind == Number::NotAvailable)
                 warning(row.line, what + " " + kColumns[i - 1] + " is NA in its " + which +
                                       " row, while the column has data");
     }
+}
+
+unsigned ModelRules::checkCells(Row const& row, TableScan& scan)
+{
+    unsigned columnData = 0;
+    std::string const& what = scan.what;
+    char const* const index = scan.index;
+    if (row.fields != 4)
+        error(row.line, what + " row of " + std::to_string(row.fields) + (row.fields == 1 ? " column; " : " columns; ") +
+                            index + ", typ, min and max make four");
+    Number const& at = row.cells[0];
+    if (at.kind == Number::NotAvailable)
+        error(row.line, what + " " + index + " is NA; the " + index + " column needs numbers");
+    else if (at.kind == Number::Invalid && row.fields > 0)
+        error(row.line, what + " " + index + " is not a number");
+    for (int i = 1; i < 4 && i < row.fields; ++i) {
+        Number const& cell = row.cells[i];
+        if (cell.kind == Number::Invalid)
+            error(row.line, what + " " + kColumns[i - 1] + " is not a number");
+        columnData |= cell.isValue() ? 1u << (i - 1) : 0u;
+        if (scan.zeroOnly && !scan.zeroSeen && cell.isValue() && cell.value != 0) {
+            scan.zeroSeen = true;
+            error(row.line, what + " current " + number(cell.value) + " in a model of type " + typeShown() +
+                                "; only zero currents may stand here");
+        }
+    }
+    return columnData;
+}
+
+void ModelRules::outOfOrder(Row const& row, Row const& previous, TableScan const& scan, bool waveform, bool repeats)
+{
+    std::string const& what = scan.what;
+    std::string const index = scan.index;
+    double const at = row.cells[0].value, before = previous.cells[0].value;
+    if (repeats)
+        error(row.line, what + " " + index + " " + number(at) + " repeats line " + std::to_string(previous.line));
+    else
+        error(row.line, what + " " + index + " " + number(at) + " follows " + number(before) + " (line " +
+                            std::to_string(previous.line) + "); the " + index +
+                            (waveform ? " column must rise" : "s must rise or fall") + " throughout");
 }
 
 // One [Ramp] corner: "dV/dt", both numbers, dt above 0.
@@ -495,19 +580,17 @@ void checkFraction(std::string const& field, int line, std::string const& what, 
 
 void ModelRules::checkRamp(Section const& section)
 {
-    std::map<std::string, int> lines;
+    FirstLines lines;
     for (Item const& item : section.items) {
         SubParameter const sub = subParameter(item);
-        std::string lower = sub.name;
-        for (char& c : lower)
-            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        auto const first = lines.emplace(lower, item.line);
-        if (!first.second) {
-            warning(item.line, sub.name + " stands twice in [Ramp] (first at line " +
-                                   std::to_string(first.first->second) + ")");
+        std::string const lower = lowered(sub.name);
+        std::string_view const name = lower;
+        int first = 0;
+        if (!lines.add(lower, item.line, first)) {
+            warning(item.line, sub.name + " stands twice in [Ramp] (first at line " + std::to_string(first) + ")");
             continue;
         }
-        if (lower == "dv/dt_r" || lower == "dv/dt_f") {
+        if (name == "dv/dt_r" || name == "dv/dt_f") {
             if (sub.values.size() != 3) {
                 error(item.line, sub.name + " needs typ, min and max; it has " + std::to_string(sub.values.size()) +
                                      (sub.values.size() == 1 ? " value" : " values"));
@@ -522,7 +605,7 @@ void ModelRules::checkRamp(Section const& section)
                 }
                 checkFraction(sub.values[i], item.line, what, _findings);
             }
-        } else if (lower == "r_load") {
+        } else if (name == "r_load") {
             double value = 1;
             checkSingleValue(sub, &value);
             if (value <= 0)
@@ -536,29 +619,28 @@ void ModelRules::checkRamp(Section const& section)
     for (char const* needed : {"dV/dt_r", "dV/dt_f"}) {
         std::string lower = needed;
         lower[1] = 'v';
-        if (lines.count(lower) == 0)
+        if (!lines.has(lower))
             error(section.line, std::string("[Ramp] has no ") + needed + " line");
     }
 }
 
 void ModelRules::checkWaveform(Section const& section)
 {
-    static char const* const known[] = {"r_fixture", "v_fixture", "v_fixture_min", "v_fixture_max", "c_fixture",
-                                        "l_fixture", "r_dut",     "l_dut",         "c_dut"};
-    std::map<std::string, int> lines;
+    static std::string_view const known[] = {"r_fixture", "v_fixture", "v_fixture_min", "v_fixture_max", "c_fixture",
+                                             "l_fixture", "r_dut",     "l_dut",         "c_dut"};
+    FirstLines lines;
     for (Item const& item : section.items) {
         SubParameter const sub = subParameter(item);
-        std::string lower = sub.name;
-        for (char& c : lower)
-            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        std::string const lower = lowered(sub.name);
         bool knownName = false;
-        for (char const* name : known)
+        for (std::string_view name : known)
             knownName = knownName || lower == name;
         if (!knownName) {
             error(item.line, section.shown + " line " + shown(item.fields[0]) + " is neither a fixture value nor a row of numbers");
             continue;
         }
-        if (!lines.emplace(lower, item.line).second) {
+        int first = 0;
+        if (!lines.add(lower, item.line, first)) {
             warning(item.line, sub.name + " stands twice in " + section.shown);
             continue;
         }
@@ -566,8 +648,8 @@ void ModelRules::checkWaveform(Section const& section)
     }
     for (char const* needed : {"R_fixture", "V_fixture"}) {
         std::string lower = needed;
-        lower[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(lower[0])));
-        if (lines.count(lower) == 0)
+        lower[0] = ibis::lowerCase(lower[0]);
+        if (!lines.has(lower))
             error(section.line, section.shown + " has no " + needed);
     }
     checkTable(section, true);
@@ -609,7 +691,7 @@ void ModelRules::checkPresence()
     if ((_flags & Series) == 0) {
         bool comp = false;
         for (char const* name : {"c_comp", "c_comp_pullup", "c_comp_pulldown", "c_comp_power_clamp", "c_comp_gnd_clamp"})
-            comp = comp || _subLines.count(name) != 0;
+            comp = comp || _subLines.has(name);
         if (!comp)
             error(_model.line, of + " has no C_comp, nor any C_comp_pullup, C_comp_pulldown, C_comp_power_clamp "
                                     "or C_comp_gnd_clamp");
@@ -632,8 +714,8 @@ void ModelRules::checkPresence()
         warning(_model.line, "[Model] " + _model.name + ": [Rl Series] needs [L Series]");
     if ((has("lc series") || has("rc series")) && !has("c series"))
         warning(_model.line, "[Model] " + _model.name + ": [Lc Series] and [Rc Series] need [C Series]");
-    if (_subLines.count("enable") != 0 && (_flags & Enables) == 0)
-        warning(_subLines["enable"], "Enable means nothing to a model of type " + typeShown());
+    if (_subLines.has("enable") && (_flags & Enables) == 0)
+        warning(_subLines.line("enable"), "Enable means nothing to a model of type " + typeShown());
 }
 
 } // namespace
@@ -658,6 +740,11 @@ bool checkTypMinMax(std::vector<std::string> const& values, int line, std::strin
         }
     }
     return good;
+}
+
+bool readsEveryValue(std::string_view key)
+{
+    return key == "pullup" || key == "pulldown";
 }
 
 void checkModel(ibis::Model const& model, ModelContext const& context, std::vector<Finding>& findings)

@@ -8,6 +8,7 @@
 // into every design file that uses it.
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "check/ibis_check.h"
@@ -25,6 +26,13 @@ struct ModelContext {
 };
 
 void checkModel(ibis::Model const& model, ModelContext const& context, std::vector<Finding>& findings);
+
+// The tables whose every value the rules read: [Pullup] and [Pulldown],
+// where an open model type allows only zero currents. Of the other tables
+// they read the index column's values and the kind of every cell, so a
+// model reader for checkModel() may keep only those
+// (ibis::ModelReader::WholeRows).
+bool readsEveryValue(std::string_view key);
 
 // "typ min max" values: three, typ a number, min and max numbers or NA.
 // False, with findings at line, when they are not.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace ibis {
 
@@ -103,9 +104,25 @@ void manyDigits(char const* p, char const* end, std::uint64_t& mantissa, int& ex
 
 } // namespace
 
-char const* scanNumber(char const* p, char const* end, char comment, Number& number)
+namespace {
+
+// The masks and shifts that gather a layout's mantissa digits in one word.
+void gatherDigits(NumberLayout& layout)
+{
+    int const integer = layout.integerDigits;
+    layout.integerMask = integer == 8 ? ~0ull : (1ull << (8 * integer)) - 1;
+    layout.fractionMask = integer == 8 ? 0 : ~0ull;
+    layout.fractionShift = static_cast<unsigned char>(integer == 8 ? 0 : 8 * integer);
+    layout.digitsShift = static_cast<unsigned char>(8 * (8 - integer - layout.fractionDigits));
+}
+
+} // namespace
+
+char const* scanNumber(char const* p, char const* end, char comment, Number& number, NumberLayout* layout)
 {
     char const* const start = p;
+    if (layout != nullptr)
+        layout->usable = false;
     bool negative = false;
     if (p < end && (*p == '+' || *p == '-'))
         negative = *p++ == '-';
@@ -117,14 +134,17 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
     int exponent = 0;
     while (p < end && isDigit(*p))
         mantissa = mantissa * 10 + static_cast<unsigned>(*p++ - '0');
+    char const* const integerEnd = p;
     std::ptrdiff_t digits = p - digitsStart;
+    char const* fraction = p;
     if (p < end && *p == '.') {
-        char const* const fraction = ++p;
+        fraction = ++p;
         while (p < end && isDigit(*p))
             mantissa = mantissa * 10 + static_cast<unsigned>(*p++ - '0');
         exponent = -static_cast<int>(p - fraction);
         digits += p - fraction;
     }
+    int const fractionDigits = -exponent;
     if (digits == 0) {
         // "NA", in any case, is the one field without digits that counts.
         if (end - start >= 2 && (start[0] == 'N' || start[0] == 'n') &&
@@ -141,17 +161,20 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
 
     // An exponent: "e" or "E", a sign maybe, and digits. An "e" that is not
     // followed by digits is unit text ("1e" reads as 1).
+    bool negativeExponent = false;
+    char const* exponentDigits = p;
+    char const* exponentEnd = p;
     if (p < end && (*p == 'e' || *p == 'E')) {
         char const* q = p + 1;
-        bool negativeExponent = false;
         if (q < end && (*q == '+' || *q == '-'))
             negativeExponent = *q++ == '-';
         if (q < end && isDigit(*q)) {
+            exponentDigits = q;
             int value = 0;
             for (; q < end && isDigit(*q); ++q)
                 value = value < 10000 ? value * 10 + (*q - '0') : value;
             exponent += negativeExponent ? -value : value;
-            p = q;
+            p = exponentEnd = q;
         } else if (q != p + 1) {
             return rejected(q, end, comment, number); // "1e+": a sign of nothing
         }
@@ -167,7 +190,62 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
     number.kind = Number::Value;
     double const magnitude = scaled(mantissa, exponent + scale);
     number.value = negative ? -magnitude : magnitude;
+    if (layout != nullptr && digits <= 8 && exponentEnd - exponentDigits <= 4 && p - start <= 255) {
+        layout->usable = true;
+        layout->negative = negative;
+        layout->negativeExponent = negativeExponent;
+        layout->integerAt = static_cast<unsigned char>(digitsStart - start);
+        layout->integerDigits = static_cast<unsigned char>(integerEnd - digitsStart);
+        layout->fractionAt = static_cast<unsigned char>(fraction - start);
+        layout->fractionDigits = static_cast<unsigned char>(fractionDigits);
+        layout->exponentAt = static_cast<unsigned char>(exponentDigits - start);
+        layout->exponentDigits = static_cast<unsigned char>(exponentEnd - exponentDigits);
+        layout->exponent = scale - fractionDigits;
+        gatherDigits(*layout);
+    }
     return p;
+}
+
+namespace {
+
+// The value of eight ASCII digits in the bytes of v, the first digit in
+// the lowest byte; zero bytes ahead of the digits read as leading zeros.
+std::uint64_t eightDigits(std::uint64_t v)
+{
+    v = (v & 0x0F0F0F0F0F0F0F0Full) * 2561 >> 8;
+    v = (v & 0x00FF00FF00FF00FFull) * 6553601 >> 16;
+    return (v & 0x0000FFFF0000FFFFull) * 42949672960001ull >> 32;
+}
+
+std::uint64_t loadWord(char const* p)
+{
+    std::uint64_t w;
+    std::memcpy(&w, p, sizeof w);
+    return w;
+}
+
+} // namespace
+
+double readLaidOut(char const* p, NumberLayout const& layout)
+{
+    std::uint64_t mantissa;
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    std::uint64_t const digits = (loadWord(p + layout.integerAt) & layout.integerMask) |
+                                 (loadWord(p + layout.fractionAt) & layout.fractionMask) << layout.fractionShift;
+    mantissa = eightDigits(digits << layout.digitsShift);
+#else
+    mantissa = 0;
+    for (char const *d = p + layout.integerAt, *e = d + layout.integerDigits; d < e; ++d)
+        mantissa = mantissa * 10 + static_cast<unsigned>(*d - '0');
+    for (char const *d = p + layout.fractionAt, *e = d + layout.fractionDigits; d < e; ++d)
+        mantissa = mantissa * 10 + static_cast<unsigned>(*d - '0');
+#endif
+    int exponent = 0;
+    for (char const *d = p + layout.exponentAt, *e = d + layout.exponentDigits; d < e; ++d)
+        exponent = exponent * 10 + (*d - '0');
+    double const magnitude =
+        scaled(mantissa, layout.exponent + (layout.negativeExponent ? -exponent : exponent));
+    return layout.negative ? -magnitude : magnitude;
 }
 
 Number parseNumber(std::string_view field)

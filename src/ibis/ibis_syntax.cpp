@@ -33,7 +33,7 @@ std::string keywordKey(std::string_view line)
         if (blank)
             key += ' ';
         blank = false;
-        key += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        key += lowerCase(c);
     }
     return key;
 }
@@ -70,7 +70,7 @@ bool sameWord(std::string_view a, std::string_view b)
     if (a.size() != b.size())
         return false;
     for (std::size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
+        if (lowerCase(a[i]) != lowerCase(b[i]))
             return false;
     return true;
 }

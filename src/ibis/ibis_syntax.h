@@ -28,6 +28,13 @@ std::string_view keywordRest(std::string_view line);
 // character to fields (which it clears first).
 void splitFields(std::string_view text, char comment, std::vector<std::string_view>& fields);
 
+// A letter in lower case, any other byte as it is (ASCII only, whatever
+// the locale).
+inline char lowerCase(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 // The same word in any letter case: sub-parameter names and reserved words
 // ("Model_type", "Non-Inverting") compare so.
 bool sameWord(std::string_view a, std::string_view b);

@@ -40,6 +40,19 @@ public:
     // of the file.
     bool failed() const { return _failed; }
 
+    // For a reader that takes many lines in one go: the bytes read ahead of
+    // the next line (whole lines, then maybe the start of one; empty when
+    // next() has to read on), and the number of the last line handed out.
+    std::string_view ahead() const { return std::string_view(_buffer.data() + _begin, _end - _begin); }
+    int lastNumber() const { return _number; }
+    // Steps over the first `bytes` bytes of ahead(), which hold `lines`
+    // whole lines, each with its LF.
+    void skip(std::size_t bytes, int lines)
+    {
+        _begin += bytes;
+        _number += lines;
+    }
+
 private:
     // Moves what is left of the buffer to its front and reads more behind it.
     void refill();

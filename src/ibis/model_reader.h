@@ -11,6 +11,7 @@
 // the other keywords of the file and component level), or to the end of the
 // file. Every other keyword inside it, known or not, opens a section.
 
+#include <cstdint>
 #include <functional>
 #include <istream>
 #include <string>
@@ -75,13 +76,30 @@ struct Model {
 class ModelReader {
 public:
     using Sink = std::function<void(Model const&)>;
+    // Tells, by a section's key, whether its rows keep every value.
+    using WholeRows = bool (*)(std::string_view key);
 
+    // Rows keep every value.
     explicit ModelReader(Sink sink);
+    // Rows keep the kind of every cell but the value of their index column
+    // only (the other cells' values read 0), except in sections whose key
+    // wholeRows accepts: for a reader that judges a table by its index
+    // column and the kinds of its cells, and so need not convert the rest.
+    ModelReader(Sink sink, WholeRows wholeRows);
 
     // Offers the next line of the file, read with this comment character.
     // True when the line belongs to a block (its [Model] line included); a
-    // line that ends a block hands the block to the sink first.
-    bool feed(Line const& line, char comment);
+    // line that ends a block hands the block to the sink first. key: the
+    // keywordKey() of a keyword line, for a caller that has it already.
+    bool feed(Line const& line, char comment, std::string const* key = nullptr);
+    // Takes in one go the lines at the front of text, the first of them
+    // line number `first`, that feed() would read as rows of the open
+    // section, with the same rows: each whole (ended by its LF), holding no
+    // "[" and at most `longest` bytes with its CR. Stops ahead of the first
+    // other line. Returns the bytes taken, and in lines how many lines. The
+    // comment character is the one that feed() got; it changes only at a
+    // [Comment Char] line, which no block holds.
+    std::size_t feedRows(std::string_view text, int first, char comment, std::size_t longest, int& lines);
     // The end of the file: hands out the block that is still open.
     void finish();
     // Forgets the block that is open without handing it out.
@@ -94,12 +112,47 @@ private:
     void close(std::string endedBy);
     void open(Line const& line, char comment);
     void recycle();
+    // Where the first four fields of a row start (from its line's start),
+    // and where their digits stand.
+    struct RowLayout {
+        std::uint32_t starts[4] = {0, 0, 0, 0};
+        NumberLayout numbers[4];
+    };
+    // Reads the row of numbers in [p, end) (p at its first field) into a
+    // new row of the open section; layout, when given, gets where its
+    // fields and their digits stand, counted from `line`.
+    void readRow(char const* p, char const* end, char comment, int number, char const* line, RowLayout* layout);
+    bool matchesPattern(char const* p) const;
+    // Reads the lines at p that match the pattern, up to end; tells where
+    // it stopped and counts the lines, the first numbered first + lines.
+    char const* readPatternRows(char const* p, char const* end, int first, char comment, int& lines);
+    void keepPattern(char const* text, std::size_t size, bool crlf, RowLayout const& layout);
 
     Sink _sink;
+    WholeRows _wholeRows = nullptr;
+    bool _keepAll = true; // the open section's rows keep every value
     Model _model;
     bool _open = false;
     std::vector<std::string_view> _fields;
-    std::vector<std::vector<Row>> _spareRows;
+    std::vector<Section> _spareSections;             // emptied, their storage kept
+    std::vector<std::vector<std::string>> _spareFields; // of lines of words
+
+    // The last row that feedRows() read field by field, as a pattern of its
+    // bytes with every digit read as "0". A line of the same pattern has
+    // its fields at the same places and of the same kinds (its numbers
+    // differ in digits only), so only the values that rows keep are read.
+    static constexpr std::size_t kPatternWords = 32; // lines of up to 256 bytes with their end
+    struct RowPattern {
+        bool valid = false;
+        std::size_t size = 0; // of the text, without the line end
+        bool crlf = false;
+        std::size_t words = 0;
+        std::uint64_t text[kPatternWords];  // 8 bytes a word, digits as "0", the line end included
+        std::uint64_t limit[kPatternWords]; // per byte 0x89 at a digit, 0x80 elsewhere
+        std::uint64_t lastUsed = 0;         // per byte of the last word 0x80 within the line
+        RowLayout layout;
+        Row row; // the row read: fields and kinds
+    } _pattern;
 };
 
 // True for keywords that end a [Model] block (file and component level).

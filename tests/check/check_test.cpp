@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "check/check_cases.h"
+#include "check/check_text.h"
+#include "check/master_check.h"
 #include "support/test_support.h"
 
 namespace {
@@ -377,6 +381,67 @@ TEST(Check, MasterFileRules)
                     "stops here"});
 }
 
+// The master check fed one line at a time, no rows taken in bulk.
+Lines lineByLine(S const& text)
+{
+    ibischeck::MasterCheck check("");
+    std::istringstream in(text);
+    return formatted(ibischeck::checkLines(in, check));
+}
+
+// Tables whose rows are taken in bulk give the findings of a check fed line
+// by line, whatever stands in a row, with either line end and comment
+// character.
+TEST(Check, MasterTableRowsInBulkAsLineByLine)
+{
+    S pulldown, pullup, waveform;
+    for (int i = 0; i < 40; ++i) {
+        S const at = std::to_string(i);
+        pulldown += "  " + at + ".500   1.0E-02   0.8E-02   1.2E-02\n";
+        pullup += "  " + at + ".250   0.0E+00   0.0E+00   0.0E+00\n";
+        waveform += "  " + at + ".0n   1.5   1.4   1.6\n";
+    }
+    S const base = edited(master, {{"Model_type     Input\nC_comp 1p 1p 1p\n[Voltage Range] 3.3 3.1 3.5\n",
+                                    "Model_type Open_drain\nC_comp 1p 1p 1p\n[Voltage Range] 3.3 3.1 3.5\n"
+                                    "[Pulldown]\n" + pulldown + "[Pullup]\n" + pullup +
+                                        "[Ramp]\ndV/dt_r 1/1n 1/1n 1/1n\ndV/dt_f 1/1n 1/1n 1/1n\n"
+                                        "[Falling Waveform]\nR_fixture = 50\nV_fixture = 3.3\n" + waveform}});
+    ASSERT_EQ(formatted(ibischeck::checkMasterFile(base)), Lines{});
+    std::vector<std::pair<S, S>> const faults[] = {
+        {},
+        {{"  3.500   1.0E-02", "  3.500   NA"}},
+        {{"  0.500   1.0E-02", "  0.500   NA"}},
+        {{"  7.500   1.0E-02", "  7.500   1.0E-02,"}},
+        {{"  9.500   1.0E-02   0.8E-02   1.2E-02", "  9.500   1.0E-02   0.8E-02   1.2E-02  4"}},
+        {{"  11.500", "  10.500"}},
+        {{"  12.500", "  2.500"}},
+        {{"  13.500   1.0E-02", "  13.500\r  1.0E-02"}},
+        {{"  14.500   1.0E-02   0.8E-02   1.2E-02", "  14.500   1.0E-02   0.8E-02   1.2E-02" + S(220, ' ')}},
+        {{"  15.500   1.0E-02", "  15.500 [1.0E-02"}},
+        {{"  16.500   1.0E-02", "  16.500   [Model]"}},
+        {{"  17.500", "|c\n\n   \n  17.500"}},
+        {{"  18.500", "Vds 1\n  18.500"}},
+        {{"  5.250   0.0E+00", "  5.250   1.0E-03"}},
+        {{"  20.500   1.0E-02", "\t20.500\t1.0E-02"}},
+        {{"  21.500", "  NA"}, {"  21.250", "  NA"}},
+        {{"  22.500", "  22.5000000000000000000001"}, {"  23.500", "  23.5e-99999"}},
+        {{"  24.500   1.0E-02   0.8E-02   1.2E-02", "  24.500   1.0E-02   0.8E-02   1.2E-02 # x"}},
+        {{"  30.0n", "  3.0n"}},
+        {{"  31.0n   1.5", "  31.0n   1.5   NA"}},
+        {{"| End [Model] lvc330s080naaaaaaaou\n", "|\n" + extra}},
+        {{"  20.500", "| see [Model] x\n  20.500"}},
+        {{"|CABGA256\nL_pkg", "[Model] early\n[Pulldown]\n|CABGA256\n  1 2 3 4\nL_pkg"}},
+    };
+    for (auto const& fault : faults) {
+        S const text = edited(base, fault);
+        S const hash = edited(text, {{"|\n[Model]", "|\n[Comment Char] #_char\n[Model]"}});
+        for (S const& variant : {text, crlf(text), hash}) {
+            SCOPED_TRACE(variant);
+            EXPECT_EQ(formatted(ibischeck::checkMasterFile(variant)), lineByLine(variant));
+        }
+    }
+}
+
 TEST(Check, CommandOutputAndExitCodes)
 {
     ts::TempDir dir;
@@ -416,8 +481,10 @@ TEST(Check, CommandOutputAndExitCodes)
 
 // A large master is read in two parts at once: the findings are those of
 // one reading from the top, whatever falls near the point where the second
-// part starts, and where the second part cannot start as a check behind the
-// frame would.
+// part starts (the first block behind the file's middle), where the second
+// part cannot start as a check behind the frame would, and when all faults
+// stand in the first part, so that only the blocks of the second part tell
+// its lines.
 TEST(Check, LargeMasterReadInTwoParts)
 {
     S const head = edited(master, {{"[Model]        lvc330s080naaaaaaaou\nModel_type     Input\nC_comp 1p 1p 1p\n"
@@ -426,15 +493,15 @@ TEST(Check, LargeMasterReadInTwoParts)
     S rows;
     for (int i = 0; i < 400; ++i)
         rows += std::to_string(i) + ".000   1.0E-02   0.8E-02   1.2E-02\n";
-    // Blocks of about 16 KB; those in the middle carry faults in turn.
-    auto blocks = [&](S const& middle) {
+    // Blocks of about 16 KB; those from `first` on carry faults in turn.
+    auto blocks = [&](int first, S const& middle) {
         S text = head;
         for (int b = 0; b < 560; ++b) {
             S const name = "m" + std::to_string(b);
             S block = "[Model] " + name + "\nModel_type Input\nC_comp 1p 1p 1p\n[Voltage Range] 3.3 3.1 3.5\n"
-                      "[GND Clamp]\n" + rows + "| End [Model] " + name + "\n";
-            int const kind = std::min(b - 295, 7);
-            if (kind >= 0 && b < 306) {
+                      "[Rising Waveform]\nR_fixture = 50\nV_fixture = 3.3\n" + rows + "| End [Model] " + name + "\n";
+            int const kind = std::min(b - first, 7);
+            if (kind >= 0 && b < first + 11) {
                 S const faults[] = {"| End [Model] " + name + "\n|" + S(300, 'x') + "\n",
                                     "[Model Selector] s\n" + name + " x\n",
                                     "|\n",
@@ -446,7 +513,7 @@ TEST(Check, LargeMasterReadInTwoParts)
                 block.replace(block.find("| End [Model]"), std::string::npos, faults[kind]);
                 // Around the point where the second part starts: blocks
                 // whose closing line is judged only once the next begins.
-                if (b == 302)
+                if (b == first + 7)
                     block.replace(block.find("3.000"), 5, "2.000");
             }
             text += block;
@@ -454,8 +521,12 @@ TEST(Check, LargeMasterReadInTwoParts)
         return text + "[End]\n";
     };
     ts::TempDir dir;
-    for (S const& middle : {S(""), S("[Comment Char] #_char\n"), S("[IBIS Ver] 4.0\n")}) {
-        S const text = blocks(middle);
+    struct Case {
+        int first;
+        S middle;
+    } const cases[] = {{275, ""}, {275, "[Comment Char] #_char\n"}, {275, "[IBIS Ver] 4.0\n"}, {100, ""}};
+    for (Case const& c : cases) {
+        S const text = blocks(c.first, c.middle);
         ASSERT_GT(text.size(), 8u << 20);
         ts::writeFile(dir.file("big.ibs"), text);
         std::vector<ibischeck::Finding> parts;

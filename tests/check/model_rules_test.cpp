@@ -154,6 +154,8 @@ TEST(ModelRules, EachRuleAtItsLine)
         {"0 0 0 0\n3.3 0.1", "5 0 0 0\n3.3 0.1", {"f:28: error: [Pulldown] voltage 3.3 follows 5 (line 27); the "
                                                   "voltages must rise or fall throughout"}},
         {"0 0 0 0\n3.3 0.1", "-3.3V 0 0 0\n3.3 0.1", {"f:27: error: [Pulldown] voltage -3.3 repeats line 26"}},
+        {"0 0 0 0\n3.3 0.1", "1e400 0 0 0\n1e400 0.1", {"f:28: error: [Pulldown] voltage inf follows inf (line 27); "
+                                                        "the voltages must rise or fall throughout"}},
         {"-3.3 -100mA -80mA -120mA", "-3.3 NA -80mA -120mA",
          {"f:26: error: [Pulldown] typ is NA in its first row; it needs a number there"}},
         {"3.3 0.1 0.08 0.12", "3.3 0.1 NA 0.12", {"f:28: warning: [Pulldown] min is NA in its last row, while the column has data"}},

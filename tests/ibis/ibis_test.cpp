@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <sstream>
 
@@ -58,6 +59,15 @@ TEST(IbisNumber, FormsThatIbisWrites)
         EXPECT_EQ(scanned.kind, n.kind) << c.field;
         EXPECT_EQ(scanned.value, n.value) << c.field;
     }
+}
+
+// The text with CR LF line ends.
+std::string crlf(std::string const& text)
+{
+    std::string out;
+    for (char c : text)
+        out += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    return out;
 }
 
 std::vector<ibis::Line> allLines(std::string const& text, std::vector<std::string>* texts)
@@ -218,6 +228,96 @@ TEST(ModelReader, BlocksSectionsItemsAndRows)
     EXPECT_EQ(models[2].endedBy, ""); // the end of the file
     ASSERT_EQ(models[2].sections.size(), 1u); // an unknown keyword stays inside
     EXPECT_EQ(models[2].sections[0].key, "bogus");
+}
+
+// Blocks as text: every member, the cells' values bit for bit; with
+// keeps, the values that a reader keeping those rows whole only keeps.
+std::string dump(std::vector<ibis::Model> const& models, ibis::ModelReader::WholeRows keeps = nullptr)
+{
+    std::ostringstream out;
+    for (ibis::Model const& model : models) {
+        out << model.name << " " << model.line << "-" << model.lastLine << " " << model.endedBy << "\n";
+        for (ibis::Item const& item : model.head)
+            out << item.line << " " << item.joined() << "\n";
+        for (ibis::Section const& section : model.sections) {
+            out << section.line << " " << section.shown << "\n";
+            for (ibis::Item const& item : section.items)
+                out << item.line << " " << item.joined() << "\n";
+            for (ibis::Row const& row : section.rows) {
+                out << row.line << " " << row.fields;
+                for (int i = 0; i < 4; ++i)
+                    out << " " << row.cells[i].kind << std::hexfloat
+                        << (i > 0 && keeps != nullptr && !keeps(section.key) ? 0.0 : row.cells[i].value);
+                out << std::defaultfloat << "\n";
+            }
+        }
+    }
+    return out.str();
+}
+
+// The blocks of text read line by line, or with the rows taken in bulk
+// behind each line; taken counts those.
+std::vector<ibis::Model> readBlocks(std::string const& text, ibis::ModelReader::WholeRows wholeRows, bool bulk,
+                                    int& taken)
+{
+    std::vector<ibis::Model> models;
+    auto keep = [&](ibis::Model const& model) { models.push_back(model); };
+    ibis::ModelReader reader = wholeRows != nullptr ? ibis::ModelReader(keep, wholeRows) : ibis::ModelReader(keep);
+    std::istringstream in(text);
+    ibis::LineSource lines(in);
+    ibis::CommentChar comment;
+    for (ibis::Line line; lines.next(line);) {
+        reader.feed(line, comment.current());
+        if (ibis::keywordKey(line.text) == "comment char")
+            comment.change(ibis::keywordRest(line.text));
+        int rows = 0;
+        std::size_t const bytes =
+            bulk ? reader.feedRows(lines.ahead(), lines.lastNumber() + 1, comment.current(), 254, rows) : 0;
+        lines.skip(bytes, rows);
+        taken += rows;
+    }
+    reader.finish();
+    return models;
+}
+
+// Rows taken in bulk are the rows read line by line, value for value, in
+// every form of number and row, wherever the buffer of lines ends, with
+// either line end and comment character; a reader that keeps the values of
+// the index column (and of [Pullup]) only has zeros for the others.
+TEST(ModelReader, RowsInBulkAsLineByLine)
+{
+    char const* const forms[] = {"  %.3f  %.4E  %.4E  %.4E", "%+.2fn\t%.6fmA NA %.1e",
+                                 "  .%.0f5  %.0f.  9.99e22  1e-400", "  %.0f  %.18f0  1e400  99999999999999999999",
+                                 "  %08.0fm  %.7fE+0  %.8f  -.5"};
+    std::string const others[] = {"  1  2  3  4  5", "  1.0  2.0", "  1.0,  2.0  3.0  4.0", "NA", "  NA  1  1  1",
+                                  "  1e12345  1  1  1", "  1  2  3  4  | note", "", "  | comment", "  1  2 [3] 4",
+                                  "R_fixture = 50", "  1.0\r 2.0  3.0  4.0", "  1  2  3  4  # 5",
+                                  "  1  2  3  4" + std::string(260, ' ')};
+    std::string rows = "  3.0  4.0\n"; // of the shape of the last row
+    for (int i = 0; i < 80; ++i) {
+        char row[160];
+        std::snprintf(row, sizeof row, forms[i / 16], 0.0625 * i - 2, 1e-3 * (i - 30), 1.1e-3 * i, 0.9e-3 * i);
+        rows += row + ((i % 3 == 0 ? "\r\n" : "\n") + (i % 4 == 3 ? others[i / 4 % 14] + "\n" : ""));
+    }
+    std::string const blocks = "[Model] a\n[Pullup]\n" + rows + "[Pulldown]\n" + rows + "[Comment Char] #_char\n" +
+                               "[Model] b\n[Rising Waveform]\n" + rows + "[Comment Char] |_char\n";
+    auto pullup = [](std::string_view key) { return key == "pullup"; };
+    for (std::size_t shift = 0; shift < 100; shift += 7) {
+        // Comment lines ahead of the blocks move them across the end of
+        // the first buffer of lines.
+        std::string text;
+        while (text.size() + 80 < ibis::LineSource::kBufferSize - blocks.size() / 2 + shift)
+            text += "|" + std::string(78, '-') + "\n";
+        for (std::string const& variant : {text + blocks, crlf(text + blocks)}) {
+            int taken = 0, none = 0;
+            std::vector<ibis::Model> const all = readBlocks(variant, nullptr, true, taken);
+            std::string const some = dump(readBlocks(variant, pullup, true, none));
+            EXPECT_EQ(dump(all), dump(readBlocks(variant, nullptr, false, none))) << shift;
+            EXPECT_EQ(some, dump(readBlocks(variant, pullup, false, none))) << shift;
+            EXPECT_EQ(some, dump(all, pullup)) << shift;
+            EXPECT_GT(taken, 150);
+        }
+    }
 }
 
 } // namespace
