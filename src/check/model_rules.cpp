@@ -170,17 +170,14 @@ class FirstLines {
 public:
     FirstLines() { _names.reserve(16); }
 
-    // Adds name at line; false, with first set to the line where it stood
-    // before, when it did.
-    bool add(std::string_view name, int line, int& first)
+    // Adds name at line when it is new and returns 0; otherwise returns the
+    // line where it stood before.
+    int add(std::string_view name, int line)
     {
-        for (auto const& [known, at] : _names)
-            if (known == name) {
-                first = at;
-                return false;
-            }
+        if (int const first = this->line(name))
+            return first;
         _names.emplace_back(name, line);
-        return true;
+        return 0;
     }
     bool has(std::string_view name) const { return line(name) != 0; }
     // The line where name first stands, 0 for a name not added.
@@ -330,8 +327,7 @@ void ModelRules::checkSubParameter(SubParameter const& sub)
 {
     std::string const lower = lowered(sub.name);
     std::string_view const name = lower; // compared with words below: by length first
-    int first = 0;
-    if (!_subLines.add(lower, sub.line, first)) {
+    if (int const first = _subLines.add(lower, sub.line)) {
         warning(sub.line, sub.name + " stands twice (first at line " + std::to_string(first) + ")");
         return;
     }
@@ -411,8 +407,8 @@ void ModelRules::checkSections()
         }
         if (section.key == "on" || section.key == "off")
             seen.clear();
-        int first = 0;
-        if (!seen.add(section.key, section.line, first) && !keyword->repeats) {
+        int const first = seen.add(section.key, section.line);
+        if (first != 0 && !keyword->repeats) {
             std::string const text = section.shown + " stands twice in [Model] " + _model.name + " (first at line " +
                                      std::to_string(first) + ")";
             if (keyword->strict)
@@ -585,8 +581,7 @@ void ModelRules::checkRamp(Section const& section)
         SubParameter const sub = subParameter(item);
         std::string const lower = lowered(sub.name);
         std::string_view const name = lower;
-        int first = 0;
-        if (!lines.add(lower, item.line, first)) {
+        if (int const first = lines.add(lower, item.line)) {
             warning(item.line, sub.name + " stands twice in [Ramp] (first at line " + std::to_string(first) + ")");
             continue;
         }
@@ -639,8 +634,7 @@ void ModelRules::checkWaveform(Section const& section)
             error(item.line, section.shown + " line " + shown(item.fields[0]) + " is neither a fixture value nor a row of numbers");
             continue;
         }
-        int first = 0;
-        if (!lines.add(lower, item.line, first)) {
+        if (lines.add(lower, item.line) != 0) {
             warning(item.line, sub.name + " stands twice in " + section.shown);
             continue;
         }

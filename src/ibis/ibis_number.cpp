@@ -50,15 +50,6 @@ inline bool scaleOf(char letter, int& exponent)
     }
 }
 
-} // namespace
-
-bool scaleExponent(char letter, int& exponent)
-{
-    return scaleOf(letter, exponent);
-}
-
-namespace {
-
 bool endsField(char c, char comment)
 {
     return c == ' ' || c == '\t' || c == comment;

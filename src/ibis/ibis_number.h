@@ -56,9 +56,6 @@ char const* scanNumber(char const* p, char const* end, char comment, Number& num
 // whatever stands behind the field.
 double readLaidOut(char const* p, NumberLayout const& layout);
 
-// The ten's exponent of a scale letter, or 0 with false for any other byte.
-bool scaleExponent(char letter, int& exponent);
-
 } // namespace ibis
 
 #endif

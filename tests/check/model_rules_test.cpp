@@ -139,6 +139,8 @@ TEST(ModelRules, EachRuleAtItsLine)
         {"[GND Clamp]", "[Bogus Table]\n[GND Clamp]", {"f:33: warning: unknown keyword \"[Bogus Table]\" in [Model] io_a"}},
         {"[GND Clamp]", "[External Reference] 1\n[External Reference] 1\n[GND Clamp]",
          {"f:34: warning: [External Reference] stands twice in [Model] io_a (first at line 33)"}},
+        {"[GND Clamp]", "[GND Clamp Reference] 0 0 0\n[GND Clamp Reference] 0 0 0\n[GND Clamp]",
+         {"f:34: warning: [GND Clamp Reference] stands twice in [Model] io_a (first at line 33)"}},
         {"[Ramp]", "[Ramp]\ndV/dt_r 1/1n 1/1n 1/1n\n[Ramp]",
          {"f:36: error: [Ramp] has no dV/dt_f line", "f:38: warning: [Ramp] stands twice in [Model] io_a (first at line 36)"}},
         {"[GND Clamp]", "[Add Submodel]\nhold Non-Driving\nodd Sometimes\n[GND Clamp]",
@@ -222,6 +224,10 @@ TEST(ModelRules, PassiveTypesAndVersions)
           "f:17: error: [R Series] stands twice in [Model] sw (first at line 16)",
           "f:18: warning: [Receiver Thresholds] belongs to models that receive, not to type Series_switch"}},
         {"5.0", twenty, {}},
+        {"5.0", "[Model] rx\nModel_type Input\nC_comp 1p 1p 1p\n[Temperature Range] 25 100 0\n"
+                "[Voltage Range] 1 1 1\n[GND Clamp Reference] 0 0 0\n[POWER Clamp Reference] 1 1 1\n"
+                "[C Comp Corner] 1p 1p 1p\n[GND Clamp]\n0 0 0 0\n1 0 0 0\n",
+         {}},
         {"5.0", "[Model] in\nModel_type Input\nC_comp 1p 1p 1p\n[Voltage Range] 1 1 1\n[Add Submodel]\nhold Driving\n"
                 "[Lc Series] 1 1 1\n[Lc Series] 1 1 1\n",
          {"f:12: warning: [Model] in: [Lc Series] and [Rc Series] need [C Series]",
