@@ -39,8 +39,7 @@ if [ ! -f "$info" ] || [ ! -f "$master" ] ||
 fi
 timer=/usr/bin/time
 [ -x "$timer" ] || die "/usr/bin/time is needed for the peak memory"
-now_ns() { date +%s%N; }
-median() { printf '%s\n' "$@" | sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
+. "$here/timing.sh"
 
 cat "$master" >/dev/null
 walls=() rss=()
@@ -53,15 +52,8 @@ for i in $(seq 1 "$runs"); do
     walls+=("$((end - start))")
     rss+=("$(sed -n 's/.*Maximum resident set size (kbytes): //p' "$outdir/check_time.txt")")
 done
-cats=()
-for i in $(seq 1 "$runs"); do
-    start=$(now_ns)
-    cat "$master" >/dev/null
-    end=$(now_ns)
-    cats+=("$((end - start))")
-done
 wall=$(median "${walls[@]}")
-catm=$(median "${cats[@]}")
+catm=$(cat_median "$master" "$runs")
 awk -v w="$wall" -v c="$catm" -v r="$(printf '%s\n' "${rss[@]}" | sort -n | tail -1)" \
     -v b="$(stat -c %s "$master")" -v n="$(nproc)" 'BEGIN {
     printf "check --master on %.1f MB (%d CPUs): wall %.4f s (median), peak RSS %d KB,", b / 1e6, n, w / 1e9, r

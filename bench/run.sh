@@ -91,10 +91,7 @@ if [ ! -x "$timer" ]; then
     echo "note: /usr/bin/time is missing; peak memory cannot be measured, wall time only"
     timer=
 fi
-now_ns() { date +%s%N; }
-seconds() { awk -v ns="$1" 'BEGIN { printf "%.4f", ns / 1e9 }'; }
-median() { printf '%s\n' "$@" | sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
-maximum() { printf '%s\n' "$@" | sort -n | tail -1; }
+. "$here/timing.sh"
 
 # --- pad2ibis runs --------------------------------------------------------------
 cat "$master" >/dev/null   # the same warm page cache for every run and for cat
@@ -139,17 +136,10 @@ for i in $(seq 1 "$runs"); do
 done
 
 # --- one plain read of the master -----------------------------------------------
-cats=()
-for i in $(seq 1 "$runs"); do
-    start=$(now_ns)
-    cat "$master" >/dev/null
-    end=$(now_ns)
-    cats+=("$((end - start))")
-done
+catm=$(cat_median "$master" "$runs")
 
 # --- report ---------------------------------------------------------------------
 wall=$(median "${walls[@]}")
-catm=$(median "${cats[@]}")
 cpu=$(sed -n 's/^model name[[:space:]]*: //p' /proc/cpuinfo | head -1)
 echo
 echo "pad2ibis benchmark on $(nproc) CPU(s), ${cpu:-unknown CPU}"
