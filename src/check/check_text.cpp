@@ -72,11 +72,6 @@ std::string keywordArgument(std::string_view line)
     return std::string(tokenAt(line.substr(line.find(']') + 1), 0));
 }
 
-bool isReservedModel(std::string_view name)
-{
-    return ibis::sameWord(name, "POWER") || ibis::sameWord(name, "GND") || ibis::sameWord(name, "NC") ||
-           ibis::sameWord(name, "CIRCUITCALL");
-}
 
 std::string visible(std::string_view text)
 {

@@ -25,7 +25,6 @@ std::string trimmed(std::string_view text);
 bool isComment(std::string_view line);
 // The first token after the keyword's "]".
 std::string keywordArgument(std::string_view line);
-bool isReservedModel(std::string_view name); // POWER, GND, NC, CIRCUITCALL, in any case
 
 // Text of the file as a finding shows it: every byte outside printable
 // ASCII written as \xHH, so that two texts that differ never look alike.

@@ -14,6 +14,7 @@
 #include "ibis/ibis_syntax.h"
 #include "ibis/line_source.h"
 #include "ibis/model_reader.h"
+#include "writer/reserved_models.h"
 
 namespace ibischeck {
 
@@ -251,7 +252,7 @@ void DesignCheck::feed(ibis::Line const& line)
 void DesignCheck::checkPins()
 {
     for (PinRow const& row : _pinRows) {
-        if (isReservedModel(row.model))
+        if (ibsReservedModelName(row.model))
             continue;
         auto const model = _models.find(row.model);
         bool const selector = std::any_of(_selectors.begin(), _selectors.end(),

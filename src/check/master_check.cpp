@@ -13,6 +13,7 @@
 
 #include "check/model_rules.h"
 #include "ibis/ibis_syntax.h"
+#include "writer/reserved_models.h"
 
 namespace ibischeck {
 
@@ -177,7 +178,7 @@ void MasterCheck::pinListLine(ibis::Line const& line)
         return;
     }
     std::string_view const model = tokenAt(text, 2);
-    if (!model.empty() && !isReservedModel(model))
+    if (!model.empty() && !ibsReservedModelName(model))
         _listed.emplace(model, line.number);
 }
 

@@ -4,10 +4,10 @@
 
 #include "writer/option_sections.h"
 
-#include <cctype>
-
 #include "driver/basibsgen.h"
+#include "master/design_value.h"
 #include "writer/design_file_options.h"
+#include "writer/reserved_models.h"
 
 namespace {
 
@@ -20,25 +20,11 @@ std::string withoutSlewAndDrive(std::string model)
     return model.replace(IBIS_KEY_SLEW, kSlewDriveLength, kSlewDriveLength, '\0');
 }
 
-// The design value that a naming table gives this code, the first in the
-// table's order where several do; the code itself where none does.
+// The design value that the master's naming table gives this code.
 std::string designValue(IBIS_MODEL const& generator, std::string const& table, std::string const& code)
 {
     auto const found = generator._devIoMaps.find(table);
-    if (found != generator._devIoMaps.end())
-        for (auto const& row : found->second)
-            if (row.second == code)
-                return row.first;
-    return code;
-}
-
-// The names a [Pin] row gives a pin that has no model: supply, ground, not
-// connected, and an external circuit; any letter case.
-bool isReservedModelName(std::string name)
-{
-    for (char& c : name)
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return name == "POWER" || name == "GND" || name == "NC" || name == "CIRCUITCALL";
+    return ibsDesignValue(found != generator._devIoMaps.end() ? &found->second : nullptr, code);
 }
 
 } // namespace
@@ -111,7 +97,7 @@ std::set<std::string> modelsWithBlocks(IBIS_MODEL const& generator)
     std::set<std::string> models = generator._designModels;
     if (options.allModels)
         for (std::string const& model : generator._availableModels)
-            if (!isReservedModelName(model))
+            if (!ibsReservedModelName(model))
                 models.insert(model);
     ModelSelectors const selectors(generator._availableModels, options.modelSelectors);
     for (std::string const& model : generator._designModels)
