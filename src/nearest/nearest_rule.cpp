@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "driver/basibsgen.h"
+#include "master/design_value.h"
 #include "nearest/nearest_model.h"
 
 namespace ibsnearest {
@@ -129,11 +130,7 @@ std::string valueOf(NamingTables const& tables, KeyField const& field, std::stri
         return rule != nullptr ? rule->word : code;
     }
     std::string setting;
-    if (auto const* table = tableOf(tables, field, setting))
-        for (auto const& row : *table)
-            if (row.second == code)
-                return row.first;
-    return code;
+    return ibsDesignValue(tableOf(tables, field, setting), code);
 }
 
 // Drive codes are tenths of a milliampere; "xxx" and any other text is no
