@@ -130,6 +130,25 @@ void appendText(std::string& out, long x, long y, std::string const& html)
 
 // One chart: the frame, grid, ticks and axis titles, the curves in the plot
 // area, and the legend. quantity and unit name the axes ("Voltage", "V").
+// One line of a legend at (x, y): a short stroke of the class (and colour,
+// where given) and the text beside it.
+void appendLegendEntry(std::string& out, long x, long y, std::string const& lineClass, char const* colour,
+                       std::string const& html)
+{
+    out += "<line class=\"" + lineClass + "\"";
+    appendAttribute(out, "x1", x);
+    appendAttribute(out, "y1", y - 4);
+    appendAttribute(out, "x2", x + 18);
+    appendAttribute(out, "y2", y - 4);
+    if (colour != nullptr) {
+        out += " stroke=\"";
+        out += colour;
+        out += "\"";
+    }
+    out += "/>";
+    appendText(out, x + 24, y, html);
+}
+
 std::string chart(std::string const& model, char const* kind, std::string const& title,
                   std::vector<Curve> const& curves, char const* xQuantity, char const* xUnit,
                   char const* yQuantity, char const* yUnit)
@@ -242,32 +261,15 @@ std::string chart(std::string const& model, char const* kind, std::string const&
     out += "<g class=\"legend\">";
     int ly = kPlotY + 8;
     int const lx = kPlotX + kPlotW + 18;
-    for (std::size_t i = 0; i < curves.size() && i < kLegendLines; ++i, ly += 17) {
-        out += "<line class=\"typ\"";
-        appendAttribute(out, "x1", lx);
-        appendAttribute(out, "y1", ly - 4);
-        appendAttribute(out, "x2", lx + 18);
-        appendAttribute(out, "y2", ly - 4);
-        out += " stroke=\"";
-        out += curves[i].colour;
-        out += "\"/>";
-        appendText(out, lx + 24, ly, escape(curves[i].label));
-    }
+    for (std::size_t i = 0; i < curves.size() && i < kLegendLines; ++i, ly += 17)
+        appendLegendEntry(out, lx, ly, "typ", curves[i].colour, escape(curves[i].label));
     if (curves.size() > kLegendLines) {
         appendText(out, lx + 24, ly, "and " + std::to_string(curves.size() - kLegendLines) + " more");
         ly += 17;
     }
     ly += 8;
     for (char const* corner : kCornerNames) {
-        out += "<line class=\"key ";
-        out += corner;
-        out += "\"";
-        appendAttribute(out, "x1", lx);
-        appendAttribute(out, "y1", ly - 4);
-        appendAttribute(out, "x2", lx + 18);
-        appendAttribute(out, "y2", ly - 4);
-        out += "/>";
-        appendText(out, lx + 24, ly, corner);
+        appendLegendEntry(out, lx, ly, std::string("key ") + corner, nullptr, corner);
         ly += 17;
     }
     out += "</g></svg>";
