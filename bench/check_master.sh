@@ -20,15 +20,8 @@ die() { echo "check_master.sh: $*" >&2; exit 1; }
 mkdir -p "$outdir"
 outdir=$(cd "$outdir" && pwd)
 
-if [ -n "${PAD2IBIS:-}" ]; then
-    prog=$PAD2IBIS
-else
-    build=$root/build-bench
-    [ -f "$build/CMakeCache.txt" ] || cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-    cmake --build "$build" -j2 --target pad2ibis_app >"$outdir/build.log" 2>&1 || die "build failed (see $outdir/build.log)"
-    prog=$build/pad2ibis
-fi
-[ -x "$prog" ] || die "no program at $prog"
+. "$here/common.sh"
+prog=$(bench_program "$root" "$outdir")
 
 info=$outdir/bench_info.txt
 master=$outdir/kva3_bench_master.ibs
@@ -39,7 +32,6 @@ if [ ! -f "$info" ] || [ ! -f "$master" ] ||
 fi
 timer=/usr/bin/time
 [ -x "$timer" ] || die "/usr/bin/time is needed for the peak memory"
-. "$here/timing.sh"
 
 cat "$master" >/dev/null
 walls=() rss=()

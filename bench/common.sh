@@ -1,4 +1,5 @@
-# Timing helpers shared by the benchmark scripts (sourced, not run).
+# Shared by the benchmark scripts (sourced, not run): the program to time,
+# and the timing helpers. The sourcing script defines die().
 
 now_ns() { date +%s%N; }
 seconds() { awk -v ns="$1" 'BEGIN { printf "%.4f", ns / 1e9 }'; }
@@ -17,4 +18,27 @@ cat_median() {
         times+=("$((end - start))")
     done
     median "${times[@]}"
+}
+
+# bench_program ROOT OUTDIR: the path of the program to time, $PAD2IBIS
+# when set, otherwise pad2ibis built in ROOT/build-bench (RelWithDebInfo),
+# with the build's output in OUTDIR/build.log.
+bench_program() {
+    local root=$1 outdir=$2 prog build
+    if [ -n "${PAD2IBIS:-}" ]; then
+        prog=$PAD2IBIS
+    else
+        build=$root/build-bench
+        if [ ! -f "$build/CMakeCache.txt" ]; then
+            echo "configuring $build" >&2
+            cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+        fi
+        if ! cmake --build "$build" -j2 --target pad2ibis_app >"$outdir/build.log" 2>&1; then
+            cat "$outdir/build.log" >&2
+            die "build of pad2ibis failed"
+        fi
+        prog=$build/pad2ibis
+    fi
+    [ -x "$prog" ] || die "no program at $prog"
+    echo "$(cd "$(dirname "$prog")" && pwd)/$(basename "$prog")"
 }

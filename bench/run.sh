@@ -38,22 +38,8 @@ mkdir -p "$outdir"
 outdir=$(cd "$outdir" && pwd)
 
 # --- the program --------------------------------------------------------------
-if [ -n "${PAD2IBIS:-}" ]; then
-    prog=$PAD2IBIS
-else
-    build=$root/build-bench
-    if [ ! -f "$build/CMakeCache.txt" ]; then
-        echo "configuring $build"
-        cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-    fi
-    if ! cmake --build "$build" -j2 --target pad2ibis_app >"$outdir/build.log" 2>&1; then
-        cat "$outdir/build.log" >&2
-        die "build of pad2ibis failed"
-    fi
-    prog=$build/pad2ibis
-fi
-[ -x "$prog" ] || die "no program at $prog"
-prog=$(cd "$(dirname "$prog")" && pwd)/$(basename "$prog")
+. "$here/common.sh"
+prog=$(bench_program "$root" "$outdir")
 
 # --- the inputs ---------------------------------------------------------------
 info=$outdir/bench_info.txt
@@ -91,7 +77,6 @@ if [ ! -x "$timer" ]; then
     echo "note: /usr/bin/time is missing; peak memory cannot be measured, wall time only"
     timer=
 fi
-. "$here/timing.sh"
 
 # --- pad2ibis runs --------------------------------------------------------------
 cat "$master" >/dev/null   # the same warm page cache for every run and for cat
