@@ -51,6 +51,15 @@ void appendInt(std::string& out, long value)
     out.append(buffer, result.ptr);
 }
 
+void appendAttribute(std::string& out, char const* name, long value)
+{
+    out += ' ';
+    out += name;
+    out += "=\"";
+    appendInt(out, value);
+    out += '"';
+}
+
 std::string shortNumber(double value, int digits)
 {
     char buffer[32];

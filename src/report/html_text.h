@@ -19,6 +19,8 @@ std::string escape(std::string_view text);
 
 // A whole number, for coordinates.
 void appendInt(std::string& out, long value);
+// A blank and name="value", for coordinates.
+void appendAttribute(std::string& out, char const* name, long value);
 
 // A number with up to `digits` significant digits, as %g writes it ("2.5",
 // "1e-09"); never "-0".

@@ -99,15 +99,6 @@ long coordinate(double value, double low, double high)
     return std::lround((value - low) / (high - low) * 1000.0);
 }
 
-void appendAttribute(std::string& out, char const* name, long value)
-{
-    out += ' ';
-    out += name;
-    out += "=\"";
-    appendInt(out, value);
-    out += '"';
-}
-
 // Where the plot area lies in the chart.
 void appendPlotBox(std::string& out)
 {
@@ -128,8 +119,6 @@ void appendText(std::string& out, long x, long y, std::string const& html)
     out += "</text>";
 }
 
-// One chart: the frame, grid, ticks and axis titles, the curves in the plot
-// area, and the legend. quantity and unit name the axes ("Voltage", "V").
 // One line of a legend at (x, y): a short stroke of the class (and colour,
 // where given) and the text beside it.
 void appendLegendEntry(std::string& out, long x, long y, std::string const& lineClass, char const* colour,
@@ -149,6 +138,8 @@ void appendLegendEntry(std::string& out, long x, long y, std::string const& line
     appendText(out, x + 24, y, html);
 }
 
+// One chart: the frame, grid, ticks and axis titles, the curves in the plot
+// area, and the legend. quantity and unit name the axes ("Voltage", "V").
 std::string chart(std::string const& model, char const* kind, std::string const& title,
                   std::vector<Curve> const& curves, char const* xQuantity, char const* xUnit,
                   char const* yQuantity, char const* yUnit)

@@ -95,11 +95,10 @@ void appendShape(std::string& out, std::string_view outcome, int x, int y)
         appendInt(out, y - 9);
         out += "l8.5 15h-17z\"/>";
     } else {
-        out += "<circle cx=\"";
-        appendInt(out, x);
-        out += "\" cy=\"";
-        appendInt(out, y);
-        out += "\" r=\"7.5\"/>";
+        out += "<circle";
+        appendAttribute(out, "cx", x);
+        appendAttribute(out, "cy", y);
+        out += " r=\"7.5\"/>";
     }
 }
 
@@ -231,11 +230,10 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
            "<label for=\"by-bank\">Colour by bank</label>";
     appendLegend(out, signals, banks);
 
-    out += "<svg class=\"pinmap\" width=\"";
-    appendInt(out, width);
-    out += "\" height=\"";
-    appendInt(out, height);
-    out += "\" role=\"img\" aria-label=\"Pin map: ";
+    out += "<svg class=\"pinmap\"";
+    appendAttribute(out, "width", width);
+    appendAttribute(out, "height", height);
+    out += " role=\"img\" aria-label=\"Pin map: ";
     appendInt(out, static_cast<long>(markers.size()));
     out += " pins of the design\"><style>";
     for (std::size_t i = 0; i < banks.size(); ++i) {
@@ -249,45 +247,38 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
 
     // The balls of the grid, faint, drawn as one pattern whatever its size.
     if (rows > 0) {
-        out += "<defs><pattern id=\"ball\" width=\"22\" height=\"22\" patternUnits=\"userSpaceOnUse\" x=\"";
-        appendInt(out, kLeft);
-        out += "\" y=\"";
-        appendInt(out, kTop);
-        out += "\"><circle cx=\"11\" cy=\"11\" r=\"4.5\" class=\"ball\"/></pattern></defs><rect x=\"";
-        appendInt(out, kLeft);
-        out += "\" y=\"";
-        appendInt(out, kTop);
-        out += "\" width=\"";
-        appendInt(out, columns * kPitch);
-        out += "\" height=\"";
-        appendInt(out, rows * kPitch);
-        out += "\" fill=\"url(#ball)\"/><g class=\"axis\">";
+        out += "<defs><pattern id=\"ball\" width=\"22\" height=\"22\" patternUnits=\"userSpaceOnUse\"";
+        appendAttribute(out, "x", kLeft);
+        appendAttribute(out, "y", kTop);
+        out += "><circle cx=\"11\" cy=\"11\" r=\"4.5\" class=\"ball\"/></pattern></defs><rect";
+        appendAttribute(out, "x", kLeft);
+        appendAttribute(out, "y", kTop);
+        appendAttribute(out, "width", columns * kPitch);
+        appendAttribute(out, "height", rows * kPitch);
+        out += " fill=\"url(#ball)\"/><g class=\"axis\">";
         for (int c = 1; c <= columns; ++c) {
-            out += "<text x=\"";
-            appendInt(out, kLeft + (c - 1) * kPitch + kPitch / 2);
-            out += "\" y=\"";
-            appendInt(out, kTop - 6);
-            out += "\" text-anchor=\"middle\">";
+            out += "<text";
+            appendAttribute(out, "x", kLeft + (c - 1) * kPitch + kPitch / 2);
+            appendAttribute(out, "y", kTop - 6);
+            out += " text-anchor=\"middle\">";
             appendInt(out, c);
             out += "</text>";
         }
         for (int r = 0; r < rows; ++r) {
-            out += "<text x=\"";
-            appendInt(out, kLeft - 5);
-            out += "\" y=\"";
-            appendInt(out, kTop + r * kPitch + kPitch / 2 + 4);
-            out += "\" text-anchor=\"end\">";
+            out += "<text";
+            appendAttribute(out, "x", kLeft - 5);
+            appendAttribute(out, "y", kTop + r * kPitch + kPitch / 2 + 4);
+            out += " text-anchor=\"end\">";
             out += rowLetters(r);
             out += "</text>";
         }
         out += "</g>";
     }
     if (!others.empty()) {
-        out += "<text class=\"axis\" x=\"";
-        appendInt(out, kLeft);
-        out += "\" y=\"";
-        appendInt(out, otherTop - 8);
-        out += "\">Pins named outside the ball grid</text>";
+        out += "<text class=\"axis\"";
+        appendAttribute(out, "x", kLeft);
+        appendAttribute(out, "y", otherTop - 8);
+        out += ">Pins named outside the ball grid</text>";
     }
 
     // Pairs under the markers, then the markers.
@@ -301,15 +292,12 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
         Marker const* p = positive[m.signal];
         out += "<line class=\"pair\" data-pair=\"";
         appendEscaped(out, p->pin + " " + m.pin);
-        out += "\" x1=\"";
-        appendInt(out, p->x);
-        out += "\" y1=\"";
-        appendInt(out, p->y);
-        out += "\" x2=\"";
-        appendInt(out, m.x);
-        out += "\" y2=\"";
-        appendInt(out, m.y);
-        out += "\"/>";
+        out += '"';
+        appendAttribute(out, "x1", p->x);
+        appendAttribute(out, "y1", p->y);
+        appendAttribute(out, "x2", m.x);
+        appendAttribute(out, "y2", m.y);
+        out += "/>";
     }
     for (Marker const& m : markers) {
         out += "<g class=\"pin o-";
