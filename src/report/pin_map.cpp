@@ -106,7 +106,7 @@ void appendLegend(std::string& out, std::vector<SignalOutcome> const& signals,
                   std::vector<std::string> const& banks)
 {
     out += "<ul class=\"legend outcome-legend\">";
-    for (char const* outcome : {"resolved", "fallback", "substituted", "missing", "none"}) {
+    for (char const* outcome : kReportOutcomes) {
         int n = 0;
         for (SignalOutcome const& s : signals)
             n += s.outcome == outcome ? 1 : 0;

@@ -8,8 +8,6 @@
 
 namespace {
 
-char const* const kOutcomes[] = {"resolved", "fallback", "substituted", "missing", "none"};
-
 // RFC 4180: a field with a comma, a double quote or a line break goes in
 // double quotes, and its double quotes are doubled.
 std::string csvField(std::string const& value)
@@ -79,7 +77,7 @@ std::string ResolutionReport::csv() const
     for (auto const& model : _models)
         out += csvRow({model.first, std::to_string(model.second)});
     out += "\r\n" + csvRow({"outcome", "count"});
-    for (char const* outcome : kOutcomes)
+    for (char const* outcome : kReportOutcomes)
         out += csvRow({outcome, std::to_string(count(outcome))});
     return out;
 }
@@ -120,9 +118,9 @@ std::string ResolutionReport::json() const
                ", \"signals\": " + std::to_string(_models[i].second) + "}";
     out += _models.empty() ? "],\n" : "\n  ],\n";
     out += "  \"counts\": {";
-    for (std::size_t i = 0; i < std::size(kOutcomes); ++i)
-        out += std::string(i == 0 ? "" : ", ") + jsonString(kOutcomes[i]) + ": " +
-               std::to_string(count(kOutcomes[i]));
+    for (std::size_t i = 0; i < std::size(kReportOutcomes); ++i)
+        out += std::string(i == 0 ? "" : ", ") + jsonString(kReportOutcomes[i]) + ": " +
+               std::to_string(count(kReportOutcomes[i]));
     return out + "}\n}\n";
 }
 

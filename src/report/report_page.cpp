@@ -15,13 +15,12 @@
 #include "report/pin_map.h"
 #include "report/resolution_report.h"
 
+using reportpage::appendAttribute;
 using reportpage::appendEscaped;
 using reportpage::appendInt;
 using reportpage::escape;
 
 namespace {
-
-char const* const kOutcomes[] = {"resolved", "fallback", "substituted", "missing", "none"};
 
 // A model's heading names this many of its signals.
 constexpr int kUsersListed = 12;
@@ -93,7 +92,7 @@ std::string outcomeBar(ResolutionReport const& report)
     if (total == 0)
         out += "<rect width=\"600\" height=\"22\" fill=\"#eee\"/>";
     int x = 0, counted = 0;
-    for (char const* outcome : kOutcomes) {
+    for (char const* outcome : kReportOutcomes) {
         int const n = report.count(outcome);
         if (n == 0)
             continue;
@@ -103,11 +102,10 @@ std::string outcomeBar(ResolutionReport const& report)
         out += outcome;
         out += "\" data-outcome=\"";
         out += outcome;
-        out += "\" x=\"";
-        appendInt(out, x);
-        out += "\" width=\"";
-        appendInt(out, end - x);
-        out += "\" height=\"22\"><title>";
+        out += '"';
+        appendAttribute(out, "x", x);
+        appendAttribute(out, "width", end - x);
+        out += " height=\"22\"><title>";
         out += outcome;
         out += ": ";
         appendInt(out, n);
@@ -117,7 +115,7 @@ std::string outcomeBar(ResolutionReport const& report)
         x = end;
     }
     out += "</svg><ul class=\"legend counts\">";
-    for (char const* outcome : kOutcomes) {
+    for (char const* outcome : kReportOutcomes) {
         out += "<li><span class=\"swatch\" style=\"background:";
         out += reportpage::outcomeColour(outcome);
         out += "\"></span>";

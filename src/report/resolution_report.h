@@ -17,6 +17,9 @@
 
 class IBIS_MODEL;
 
+// The outcomes a signal may have, in the order the report counts them.
+inline constexpr char const* kReportOutcomes[] = {"resolved", "fallback", "substituted", "missing", "none"};
+
 // One signal's line of the report.
 struct SignalOutcome {
     std::string name, pin, bank, portType, settings;
