@@ -326,8 +326,7 @@ std::vector<Finding> checkAmiFile(std::string const& text)
     bool const resolve = resolveExists(parameters);
     for (AmiParameter const& p : parameters)
         checkParameter(p, resolve, findings);
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+    sortByLine(findings);
     return findings;
 }
 
