@@ -8,22 +8,6 @@
 
 namespace ibischeck {
 
-std::vector<std::string> tokensOf(std::string const& line)
-{
-    std::vector<std::string> tokens;
-    std::string token;
-    for (char c : line + " ") {
-        if (c == ' ' || c == '\t') {
-            if (!token.empty())
-                tokens.push_back(token);
-            token.clear();
-        } else {
-            token += c;
-        }
-    }
-    return tokens;
-}
-
 std::string_view tokenAt(std::string_view line, std::size_t n)
 {
     std::size_t at = 0;

@@ -15,9 +15,8 @@
 
 namespace ibischeck {
 
-// Blank-separated tokens (blanks and tabs).
-std::vector<std::string> tokensOf(std::string const& line);
-// The token of tokensOf() at n (from 0), empty for a line with fewer.
+// The blank-separated token (blanks and tabs) at n (from 0), empty for a
+// line with fewer.
 std::string_view tokenAt(std::string_view line, std::size_t n);
 std::string upperCase(std::string text);
 std::string trimmed(std::string_view text);
