@@ -84,14 +84,6 @@ std::string shown(std::string_view text)
     return "\"" + visible(text) + "\"";
 }
 
-std::string joinedFields(std::vector<std::string> const& fields)
-{
-    std::string text;
-    for (std::string const& field : fields)
-        text += (text.empty() ? "" : " ") + field;
-    return text;
-}
-
 void sortByLine(std::vector<Finding>& findings)
 {
     std::stable_sort(findings.begin(), findings.end(),

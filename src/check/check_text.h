@@ -31,8 +31,6 @@ bool isReservedModel(std::string_view name); // POWER, GND, NC, CIRCUITCALL, in 
 // shown() also puts it in double quotes.
 std::string visible(std::string_view text);
 std::string shown(std::string_view text);
-// Fields joined by one blank.
-std::string joinedFields(std::vector<std::string> const& fields);
 
 // Findings in line order; those of one line keep the order they came in.
 void sortByLine(std::vector<Finding>& findings);

@@ -335,15 +335,17 @@ void ModelRules::checkSubParameter(SubParameter const& sub)
     if (name == "model_type") {
         _type = findType(value);
         if (_type == nullptr)
-            error(sub.line, "Model_type " + shown(joinedFields(sub.values)) + " is not an IBIS model type");
+            error(sub.line, "Model_type " + shown(ibis::joinFields(sub.values)) + " is not an IBIS model type");
         else
             _flags = _type->flags;
     } else if (name == "polarity") {
         if (!ibis::sameWord(value, "Non-Inverting") && !ibis::sameWord(value, "Inverting"))
-            error(sub.line, "Polarity " + shown(joinedFields(sub.values)) + " is neither Non-Inverting nor Inverting");
+            error(sub.line,
+                  "Polarity " + shown(ibis::joinFields(sub.values)) + " is neither Non-Inverting nor Inverting");
     } else if (name == "enable") {
         if (!ibis::sameWord(value, "Active-High") && !ibis::sameWord(value, "Active-Low"))
-            error(sub.line, "Enable " + shown(joinedFields(sub.values)) + " is neither Active-High nor Active-Low");
+            error(sub.line,
+                  "Enable " + shown(ibis::joinFields(sub.values)) + " is neither Active-High nor Active-Low");
     } else if (name == "vinl" || name == "vinh") {
         double v = 0;
         checkSingleValue(sub, &v);
