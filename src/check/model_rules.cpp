@@ -245,8 +245,6 @@ private:
     void checkSubParameters();
     void checkSubParameter(SubParameter const& sub);
     void checkSingleValue(SubParameter const& sub, double* value);
-    // typ, min, max: typ a number, min and max numbers or NA. False when not.
-    bool checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what);
     void checkSections();
     void checkSection(Section const& section, Keyword const* keyword);
     void checkTable(Section const& section, bool waveform);
@@ -364,7 +362,7 @@ void ModelRules::checkSubParameter(SubParameter const& sub)
                name == "c_comp_power_clamp" || name == "c_comp_gnd_clamp") {
         if (sub.equals)
             warning(sub.line, sub.name + " is written with \"=\"; its typ, min and max stand in columns");
-        if (checkTypMinMax(sub.values, sub.line, sub.name))
+        if (checkTypMinMax(sub.values, sub.line, sub.name, _findings))
             for (std::size_t i = 0; i < 3; ++i) {
                 Number const n = ibis::parseNumber(sub.values[i]);
                 if (n.isValue() && n.value < 0) {
@@ -390,11 +388,6 @@ void ModelRules::checkSingleValue(SubParameter const& sub, double* value)
         error(sub.line, sub.name + " value " + shown(sub.values[0]) + " is not a number");
     else if (value != nullptr)
         *value = n.value;
-}
-
-bool ModelRules::checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what)
-{
-    return ibischeck::checkTypMinMax(values, line, what, _findings);
 }
 
 void ModelRules::checkSections()
@@ -435,7 +428,7 @@ void ModelRules::checkSection(Section const& section, Keyword const* keyword)
         error(section.line, "[Algorithmic Model] is not allowed in a model of type " + typeShown());
     switch (keyword->kind) {
     case Kind::Range:
-        checkTypMinMax(section.args, section.line, section.shown);
+        checkTypMinMax(section.args, section.line, section.shown, _findings);
         for (Row const& row : section.rows)
             error(row.line, "line under " + section.shown + " is no sub-parameter; its values stand on the keyword line");
         break;
