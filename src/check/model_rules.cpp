@@ -606,12 +606,9 @@ void ModelRules::checkRamp(Section const& section)
     }
     for (Row const& row : section.rows)
         error(row.line, "[Ramp] line is no dV/dt_r, dV/dt_f or R_load line");
-    for (char const* needed : {"dV/dt_r", "dV/dt_f"}) {
-        std::string lower = needed;
-        lower[1] = 'v';
-        if (!lines.has(lower))
+    for (char const* needed : {"dV/dt_r", "dV/dt_f"})
+        if (!lines.has(lowered(needed)))
             error(section.line, std::string("[Ramp] has no ") + needed + " line");
-    }
 }
 
 void ModelRules::checkWaveform(Section const& section)
@@ -635,12 +632,9 @@ void ModelRules::checkWaveform(Section const& section)
         }
         checkSingleValue(sub, nullptr);
     }
-    for (char const* needed : {"R_fixture", "V_fixture"}) {
-        std::string lower = needed;
-        lower[0] = ibis::lowerCase(lower[0]);
-        if (!lines.has(lower))
+    for (char const* needed : {"R_fixture", "V_fixture"})
+        if (!lines.has(lowered(needed)))
             error(section.line, section.shown + " has no " + needed);
-    }
     checkTable(section, true);
 }
 
@@ -691,10 +685,12 @@ void ModelRules::checkPresence()
         warning(_model.line, of + " has no [Pulldown]");
     if ((_flags & NeedsPullup) != 0 && !has("pullup"))
         warning(_model.line, of + " has no [Pullup]");
-    if ((_flags & Switch) != 0)
-        for (char const* key : {"on", "off"})
-            if (!has(key))
-                warning(_model.line, of + " has no [" + std::string(key == std::string("on") ? "On" : "Off") + "]");
+    if ((_flags & Switch) != 0) {
+        if (!has("on"))
+            warning(_model.line, of + " has no [On]");
+        if (!has("off"))
+            warning(_model.line, of + " has no [Off]");
+    }
     if ((_flags & Diff) != 0 && !has("external model"))
         warning(_model.line, of + " has no [External Model]");
     if (has("rac") != has("cac"))
