@@ -395,10 +395,8 @@ std::vector<Finding> MasterCheck::finish(int lines)
 
 bool MasterCheck::canHandOver(Header const& header) const
 {
-    return _component != 0 && _package != 0 && _pin != 0 && _sawPackageKeyword && _pinList == PinList::Done &&
-           _naming.idle() && (!_namingWithoutComponent || _namingWithoutComponent->idle()) &&
-           _comment.current() == '|' && _header.versionSeen == header.versionSeen &&
-           _header.version == header.version;
+    return frameRead() && _sawPackageKeyword && _comment.current() == '|' &&
+           _header.versionSeen == header.versionSeen && _header.version == header.version;
 }
 
 void MasterCheck::handOver(ibis::Line const& line)
