@@ -35,6 +35,15 @@ bool isAmiFile(std::string const& path)
     return ending == ".ami";
 }
 
+// Says that the file at path cannot be read, behind the findings printed
+// so far; false.
+bool cannotRead(std::string const& path)
+{
+    std::fflush(stdout);
+    std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
+    return false;
+}
+
 // The whole file; false, after saying so, when it cannot be read.
 bool readWhole(std::string const& path, std::string& text)
 {
@@ -42,11 +51,8 @@ bool readWhole(std::string const& path, std::string& text)
     std::ostringstream whole;
     if (in)
         whole << in.rdbuf();
-    if (!in || in.bad()) {
-        std::fflush(stdout);
-        std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
-        return false;
-    }
+    if (!in || in.bad())
+        return cannotRead(path);
     text = whole.str();
     return true;
 }
@@ -56,20 +62,12 @@ bool readWhole(std::string const& path, std::string& text)
 bool checkIbisFile(std::string const& path, bool master, std::string const& family,
                    std::vector<ibischeck::Finding>& findings)
 {
-    bool read = false;
-    if (master) {
-        read = ibischeck::checkMasterPath(path, family, findings);
-    } else {
-        std::ifstream in(path, std::ios::binary);
-        if (in)
-            findings = ibischeck::checkDesignFile(in, baseName(path));
-        read = in.is_open() && !in.bad();
-    }
-    if (!read) {
-        std::fflush(stdout);
-        std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
-    }
-    return read;
+    if (master)
+        return ibischeck::checkMasterPath(path, family, findings) || cannotRead(path);
+    std::ifstream in(path, std::ios::binary);
+    if (in)
+        findings = ibischeck::checkDesignFile(in, baseName(path));
+    return (in.is_open() && !in.bad()) || cannotRead(path);
 }
 
 struct Counts {
