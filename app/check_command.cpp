@@ -4,9 +4,11 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "check/ibis_check.h"
+#include "ibis/ibis_syntax.h"
 
 namespace {
 
@@ -27,12 +29,7 @@ std::string baseName(std::string const& path)
 bool isAmiFile(std::string const& path)
 {
     std::string const base = baseName(path);
-    if (base.size() < 4)
-        return false;
-    std::string ending = base.substr(base.size() - 4);
-    for (char& c : ending)
-        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    return ending == ".ami";
+    return base.size() >= 4 && ibis::sameWord(std::string_view(base).substr(base.size() - 4), ".ami");
 }
 
 // Says that the file at path cannot be read, behind the findings printed
