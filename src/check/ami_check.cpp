@@ -128,7 +128,7 @@ void checkFormat(AmiParameter const& p, AmiFormat const& format, std::string con
         return;
     }
     bool const numeric = amiIsNumericType(type);
-    if ((name == "Range" || name == "Increment" || name == "Steps") && !type.empty() && !numeric)
+    if (amiIsBounded(name) && !type.empty() && !numeric)
         addError(findings, format.line, p.name + ": a " + name + " needs Type Float, UI, Integer or Tap, not " + type);
     if ((name == "Gaussian" || name == "Dual-Dirac" || name == "DjRj") && !type.empty() && type != "Float" &&
         type != "UI")
@@ -164,7 +164,7 @@ void checkFormat(AmiParameter const& p, AmiFormat const& format, std::string con
         return;
     if (name == "Increment" && std::strtod(values[3].text.c_str(), nullptr) <= 0)
         addError(findings, values[3].line, p.name + ": Increment step " + values[3].text + " is not above 0");
-    if (name == "Range" || name == "Increment" || name == "Steps") {
+    if (amiIsBounded(name)) {
         double const min = std::strtod(values[1].text.c_str(), nullptr);
         double const max = std::strtod(values[2].text.c_str(), nullptr);
         if (min > max)

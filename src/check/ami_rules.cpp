@@ -181,6 +181,11 @@ bool amiIsFormat(std::string const& name)
     return kFormats.count(name) != 0;
 }
 
+bool amiIsBounded(std::string const& format)
+{
+    return format == "Range" || format == "Increment" || format == "Steps";
+}
+
 bool amiIsLeaf(std::string const& head)
 {
     return isParameterLeaf(head) || head == "Description";
@@ -239,9 +244,8 @@ std::string amiOutsideOf(AmiFormat const& format, std::string const& type, AmiNo
             list += " " + amiText(entry);
         return "not in its List" + list;
     }
-    bool const bounded = format.name == "Range" || format.name == "Increment" || format.name == "Steps";
-    if (!bounded || format.data.size() < 3 || !amiIsNumericType(type) || !amiIsValueOf(value, type) ||
-        !amiIsValueOf(format.data[1], type) || !amiIsValueOf(format.data[2], type))
+    if (!amiIsBounded(format.name) || format.data.size() < 3 || !amiIsNumericType(type) ||
+        !amiIsValueOf(value, type) || !amiIsValueOf(format.data[1], type) || !amiIsValueOf(format.data[2], type))
         return "";
     double const number = numberOf(value);
     if (number >= numberOf(format.data[1]) && number <= numberOf(format.data[2]))

@@ -43,6 +43,10 @@ AmiFormat amiFormatOf(AmiNode const& leaf);
 // Steps, Table, and the jitter formats Gaussian, Dual-Dirac and DjRj.
 bool amiIsFormat(std::string const& name);
 
+// True for the formats whose data are typ, min and max first: Range,
+// Increment and Steps.
+bool amiIsBounded(std::string const& format);
+
 // True for the leaves a parameter may hold: Usage, Type, Format, Default,
 // Description, List_Tip, Labels and the formats.
 bool amiIsLeaf(std::string const& head);
