@@ -4,9 +4,11 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "check/ibis_check.h"
+#include "ibis/ibis_syntax.h"
 
 namespace {
 
@@ -27,12 +29,16 @@ std::string baseName(std::string const& path)
 bool isAmiFile(std::string const& path)
 {
     std::string const base = baseName(path);
-    if (base.size() < 4)
-        return false;
-    std::string ending = base.substr(base.size() - 4);
-    for (char& c : ending)
-        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    return ending == ".ami";
+    return base.size() >= 4 && ibis::sameWord(std::string_view(base).substr(base.size() - 4), ".ami");
+}
+
+// Says that the file at path cannot be read, behind the findings printed
+// so far; false.
+bool cannotRead(std::string const& path)
+{
+    std::fflush(stdout);
+    std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
+    return false;
 }
 
 // The whole file; false, after saying so, when it cannot be read.
@@ -42,11 +48,8 @@ bool readWhole(std::string const& path, std::string& text)
     std::ostringstream whole;
     if (in)
         whole << in.rdbuf();
-    if (!in || in.bad()) {
-        std::fflush(stdout);
-        std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
-        return false;
-    }
+    if (!in || in.bad())
+        return cannotRead(path);
     text = whole.str();
     return true;
 }
@@ -56,20 +59,12 @@ bool readWhole(std::string const& path, std::string& text)
 bool checkIbisFile(std::string const& path, bool master, std::string const& family,
                    std::vector<ibischeck::Finding>& findings)
 {
-    bool read = false;
-    if (master) {
-        read = ibischeck::checkMasterPath(path, family, findings);
-    } else {
-        std::ifstream in(path, std::ios::binary);
-        if (in)
-            findings = ibischeck::checkDesignFile(in, baseName(path));
-        read = in.is_open() && !in.bad();
-    }
-    if (!read) {
-        std::fflush(stdout);
-        std::fprintf(stderr, "pad2ibis: check: cannot read %s\n", path.c_str());
-    }
-    return read;
+    if (master)
+        return ibischeck::checkMasterPath(path, family, findings) || cannotRead(path);
+    std::ifstream in(path, std::ios::binary);
+    if (in)
+        findings = ibischeck::checkDesignFile(in, baseName(path));
+    return (in.is_open() && !in.bad()) || cannotRead(path);
 }
 
 struct Counts {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 
 #include "check/ami_rules.h"
 #include "check/check_text.h"
@@ -40,10 +39,6 @@ ReservedRule const kReserved[] = {
     {"Ignore_Bits", "Integer", false},       {"Max_Init_Aggressors", "Integer", false},
     {"Resolve_Exists", "Boolean", false},
 };
-
-std::set<std::string> const kLeaves = {"Usage",  "Type",  "Format",   "Default",    "Description", "Value",
-                                       "Range",  "List",  "Corner",   "Increment",  "Steps",       "Table",
-                                       "Gaussian", "Dual-Dirac", "DjRj", "List_Tip", "Labels"};
 
 std::string words(AmiItems const& items)
 {
@@ -132,8 +127,8 @@ void checkFormat(AmiParameter const& p, AmiFormat const& format, std::string con
                  p.name + ": Format " + (name.empty() ? "without a format" : name) + " is none of " + kFormatNames);
         return;
     }
-    bool const numeric = type == "Integer" || type == "Float" || type == "UI" || type == "Tap";
-    if ((name == "Range" || name == "Increment" || name == "Steps") && !type.empty() && !numeric)
+    bool const numeric = amiIsNumericType(type);
+    if (amiIsBounded(name) && !type.empty() && !numeric)
         addError(findings, format.line, p.name + ": a " + name + " needs Type Float, UI, Integer or Tap, not " + type);
     if ((name == "Gaussian" || name == "Dual-Dirac" || name == "DjRj") && !type.empty() && type != "Float" &&
         type != "UI")
@@ -169,7 +164,7 @@ void checkFormat(AmiParameter const& p, AmiFormat const& format, std::string con
         return;
     if (name == "Increment" && std::strtod(values[3].text.c_str(), nullptr) <= 0)
         addError(findings, values[3].line, p.name + ": Increment step " + values[3].text + " is not above 0");
-    if (name == "Range" || name == "Increment" || name == "Steps") {
+    if (amiIsBounded(name)) {
         double const min = std::strtod(values[1].text.c_str(), nullptr);
         double const max = std::strtod(values[2].text.c_str(), nullptr);
         if (min > max)
@@ -190,7 +185,7 @@ void checkParameter(AmiParameter const& p, bool resolveExists, std::vector<Findi
             addError(findings, leaf.line, p.name + ": " + amiText(leaf) + " stands outside any leaf");
             continue;
         }
-        if (kLeaves.count(head) == 0) {
+        if (!amiIsLeaf(head)) {
             addWarning(findings, leaf.line, p.name + ": unknown leaf " + (head.empty() ? amiText(leaf) : head));
             continue;
         }
@@ -230,8 +225,7 @@ void checkParameter(AmiParameter const& p, bool resolveExists, std::vector<Findi
     } else {
         AmiItems const types = p.type->rest();
         for (AmiNode const& t : types)
-            if (t.kind != AmiNode::Word || (t.text != "Integer" && t.text != "Float" && t.text != "UI" &&
-                                           t.text != "Tap" && t.text != "Boolean" && t.text != "String"))
+            if (t.kind != AmiNode::Word || !amiIsType(t.text))
                 addError(findings, t.line, p.name + ": Type " + amiText(t) + " is none of Integer, Float, UI, Tap, "
                                                                               "Boolean, String");
         if (types.empty())
@@ -241,8 +235,7 @@ void checkParameter(AmiParameter const& p, bool resolveExists, std::vector<Findi
                      p.name + ": Type names " + std::to_string(types.size()) +
                          " types; only a Table has one for each column");
         type = amiTypeOf(p);
-        if (type != "Integer" && type != "Float" && type != "UI" && type != "Tap" && type != "Boolean" &&
-            type != "String")
+        if (!amiIsType(type))
             type.clear();
     }
 
@@ -326,8 +319,7 @@ std::vector<Finding> checkAmiFile(std::string const& text)
     bool const resolve = resolveExists(parameters);
     for (AmiParameter const& p : parameters)
         checkParameter(p, resolve, findings);
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+    sortByLine(findings);
     return findings;
 }
 

@@ -136,11 +136,6 @@ bool isNumber(std::string const& text)
     return i == text.size();
 }
 
-bool isNumeric(std::string const& type)
-{
-    return type == "Integer" || type == "Float" || type == "UI" || type == "Tap";
-}
-
 double numberOf(AmiNode const& value)
 {
     return std::strtod(value.text.c_str(), nullptr);
@@ -148,7 +143,7 @@ double numberOf(AmiNode const& value)
 
 bool sameValue(AmiNode const& a, AmiNode const& b, std::string const& type)
 {
-    if (isNumeric(type) && amiIsValueOf(a, type) && amiIsValueOf(b, type))
+    if (amiIsNumericType(type) && amiIsValueOf(a, type) && amiIsValueOf(b, type))
         return numberOf(a) == numberOf(b);
     return a.kind == b.kind && a.text == b.text;
 }
@@ -186,6 +181,26 @@ bool amiIsFormat(std::string const& name)
     return kFormats.count(name) != 0;
 }
 
+bool amiIsBounded(std::string const& format)
+{
+    return format == "Range" || format == "Increment" || format == "Steps";
+}
+
+bool amiIsLeaf(std::string const& head)
+{
+    return isParameterLeaf(head) || head == "Description";
+}
+
+bool amiIsType(std::string const& word)
+{
+    return amiIsNumericType(word) || word == "Boolean" || word == "String";
+}
+
+bool amiIsNumericType(std::string const& type)
+{
+    return type == "Integer" || type == "Float" || type == "UI" || type == "Tap";
+}
+
 std::string amiTypeOf(AmiParameter const& parameter)
 {
     if (parameter.type == nullptr)
@@ -204,7 +219,7 @@ bool amiIsValueOf(AmiNode const& value, std::string const& type)
         return isInteger(value.text);
     if (type == "Boolean")
         return value.text == "True" || value.text == "False";
-    return isNumeric(type) && isNumber(value.text);
+    return amiIsNumericType(type) && isNumber(value.text);
 }
 
 std::string amiTypeWords(std::string const& type)
@@ -229,9 +244,8 @@ std::string amiOutsideOf(AmiFormat const& format, std::string const& type, AmiNo
             list += " " + amiText(entry);
         return "not in its List" + list;
     }
-    bool const bounded = format.name == "Range" || format.name == "Increment" || format.name == "Steps";
-    if (!bounded || format.data.size() < 3 || !isNumeric(type) || !amiIsValueOf(value, type) ||
-        !amiIsValueOf(format.data[1], type) || !amiIsValueOf(format.data[2], type))
+    if (!amiIsBounded(format.name) || format.data.size() < 3 || !amiIsNumericType(type) ||
+        !amiIsValueOf(value, type) || !amiIsValueOf(format.data[1], type) || !amiIsValueOf(format.data[2], type))
         return "";
     double const number = numberOf(value);
     if (number >= numberOf(format.data[1]) && number <= numberOf(format.data[2]))

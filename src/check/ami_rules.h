@@ -43,6 +43,19 @@ AmiFormat amiFormatOf(AmiNode const& leaf);
 // Steps, Table, and the jitter formats Gaussian, Dual-Dirac and DjRj.
 bool amiIsFormat(std::string const& name);
 
+// True for the formats whose data are typ, min and max first: Range,
+// Increment and Steps.
+bool amiIsBounded(std::string const& format);
+
+// True for the leaves a parameter may hold: Usage, Type, Format, Default,
+// Description, List_Tip, Labels and the formats.
+bool amiIsLeaf(std::string const& head);
+
+// True for the Type words: Integer, Float, UI, Tap, Boolean, String.
+bool amiIsType(std::string const& word);
+// True for the Types whose values are numbers: Integer, Float, UI, Tap.
+bool amiIsNumericType(std::string const& type);
+
 // The parameter's one Type word, or empty when it has none or several.
 std::string amiTypeOf(AmiParameter const& parameter);
 

@@ -236,8 +236,7 @@ std::vector<Finding> checkChannelsFile(std::string const& text, std::vector<AmiT
                         checkLanding(head, setting, t, l, s.line, findings);
         }
     }
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+    sortByLine(findings);
     return findings;
 }
 

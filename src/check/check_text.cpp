@@ -8,22 +8,6 @@
 
 namespace ibischeck {
 
-std::vector<std::string> tokensOf(std::string const& line)
-{
-    std::vector<std::string> tokens;
-    std::string token;
-    for (char c : line + " ") {
-        if (c == ' ' || c == '\t') {
-            if (!token.empty())
-                tokens.push_back(token);
-            token.clear();
-        } else {
-            token += c;
-        }
-    }
-    return tokens;
-}
-
 std::string_view tokenAt(std::string_view line, std::size_t n)
 {
     std::size_t at = 0;
@@ -93,14 +77,6 @@ std::string visible(std::string_view text)
 std::string shown(std::string_view text)
 {
     return "\"" + visible(text) + "\"";
-}
-
-std::string joinedFields(std::vector<std::string> const& fields)
-{
-    std::string text;
-    for (std::string const& field : fields)
-        text += (text.empty() ? "" : " ") + field;
-    return text;
 }
 
 void sortByLine(std::vector<Finding>& findings)

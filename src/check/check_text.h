@@ -15,9 +15,8 @@
 
 namespace ibischeck {
 
-// Blank-separated tokens (blanks and tabs).
-std::vector<std::string> tokensOf(std::string const& line);
-// The token of tokensOf() at n (from 0), empty for a line with fewer.
+// The blank-separated token (blanks and tabs) at n (from 0), empty for a
+// line with fewer.
 std::string_view tokenAt(std::string_view line, std::size_t n);
 std::string upperCase(std::string text);
 std::string trimmed(std::string_view text);
@@ -31,8 +30,6 @@ std::string keywordArgument(std::string_view line);
 // shown() also puts it in double quotes.
 std::string visible(std::string_view text);
 std::string shown(std::string_view text);
-// Fields joined by one blank.
-std::string joinedFields(std::vector<std::string> const& fields);
 
 // Findings in line order; those of one line keep the order they came in.
 void sortByLine(std::vector<Finding>& findings);

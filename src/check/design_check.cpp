@@ -66,7 +66,7 @@ private:
     void checkBytesAndWidth(ibis::Line const& line);
     void keyword(ibis::Line const& line, std::string const& key);
     void row(ibis::Line const& line);
-    void checkFileName(std::string_view rest, int number);
+    void checkFileName(std::string const& named, int number);
     void modelRead(ibis::Model const& model);
     void checkPins();
     void checkSelectors();
@@ -116,16 +116,11 @@ void DesignCheck::checkBytesAndWidth(ibis::Line const& line)
                      std::to_string(width) + (width == 80 ? " before IBIS 4.1" : ""));
 }
 
-void DesignCheck::checkFileName(std::string_view rest, int number)
+void DesignCheck::checkFileName(std::string const& named, int number)
 {
-    ibis::splitFields(rest, _comment.current(), _fields);
-    std::string const named = _fields.empty() ? "" : std::string(_fields[0]);
     if (named != _fileName)
         addError(_findings, number, "[File Name] says " + shown(named) + " but the file is " + shown(_fileName));
-    std::string lower = named;
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    if (lower != named)
+    if (std::any_of(named.begin(), named.end(), [](char c) { return ibis::lowerCase(c) != c; }))
         addError(_findings, number, "[File Name] " + shown(named) + " is not in lower case");
     std::string const stem = named.substr(0, named.rfind('.'));
     if (stem.size() > kFileNameStem)
@@ -159,7 +154,7 @@ void DesignCheck::keyword(ibis::Line const& line, std::string const& key)
         else
             _context.version = version;
     } else if (key == "file name") {
-        checkFileName(rest, line.number);
+        checkFileName(first, line.number);
     } else if (key == "pin") {
         _pinColumns = _fields.size();
     } else if (key == "model selector") {

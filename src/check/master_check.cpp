@@ -216,16 +216,20 @@ void MasterCheck::closeBlock(int end, std::string_view text)
     _awaiting.push_back(std::move(block));
 }
 
+void MasterCheck::markContent(int first, int last)
+{
+    if (_block && _block->readerModel && _block->readerEnd == -1)
+        _block->lastContent = last;
+    for (BlockCopy& block : _awaiting)
+        if (block.readerModel && block.readerEnd == -1 && block.contentAfterEnd == 0)
+            block.contentAfterEnd = first;
+}
+
 void MasterCheck::blockLine(ibis::Line const& line, bool content)
 {
     // The model IBIS reads: its content behind the copy's end.
-    if (content && _reader.inModel()) {
-        if (_block && _block->readerModel && _block->readerEnd == -1)
-            _block->lastContent = line.number;
-        for (BlockCopy& block : _awaiting)
-            if (block.readerModel && block.readerEnd == -1 && block.contentAfterEnd == 0)
-                block.contentAfterEnd = line.number;
-    }
+    if (content && _reader.inModel())
+        markContent(line.number, line.number);
     if (!holdsModel(line.text))
         return;
     if (_block)
@@ -366,11 +370,7 @@ std::size_t MasterCheck::feedRows(ibis::LineSource& source)
         return 0;
     source.skip(bytes, lines);
     _number = first + lines - 1;
-    if (_block && _block->readerModel && _block->readerEnd == -1)
-        _block->lastContent = _number;
-    for (BlockCopy& block : _awaiting)
-        if (block.readerModel && block.readerEnd == -1 && block.contentAfterEnd == 0)
-            block.contentAfterEnd = first;
+    markContent(first, _number);
     return bytes;
 }
 
@@ -396,10 +396,8 @@ std::vector<Finding> MasterCheck::finish(int lines)
 
 bool MasterCheck::canHandOver(Header const& header) const
 {
-    return _component != 0 && _package != 0 && _pin != 0 && _sawPackageKeyword && _pinList == PinList::Done &&
-           _naming.idle() && (!_namingWithoutComponent || _namingWithoutComponent->idle()) &&
-           _comment.current() == '|' && _header.versionSeen == header.versionSeen &&
-           _header.version == header.version;
+    return frameRead() && _sawPackageKeyword && _comment.current() == '|' &&
+           _header.versionSeen == header.versionSeen && _header.version == header.version;
 }
 
 void MasterCheck::handOver(ibis::Line const& line)

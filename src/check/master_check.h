@@ -101,6 +101,9 @@ private:
     void packageLine(ibis::Line const& line);
     void pinListLine(ibis::Line const& line);
     void blockLine(ibis::Line const& line, bool content);
+    // Lines first to last are content of the model being read: the open
+    // copy's last content so far, or content behind the end of a copy.
+    void markContent(int first, int last);
     void modelRead(ibis::Model const& model);
     void closeBlock(int end, std::string_view text);
     void settle();

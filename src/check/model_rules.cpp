@@ -245,8 +245,6 @@ private:
     void checkSubParameters();
     void checkSubParameter(SubParameter const& sub);
     void checkSingleValue(SubParameter const& sub, double* value);
-    // typ, min, max: typ a number, min and max numbers or NA. False when not.
-    bool checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what);
     void checkSections();
     void checkSection(Section const& section, Keyword const* keyword);
     void checkTable(Section const& section, bool waveform);
@@ -335,15 +333,17 @@ void ModelRules::checkSubParameter(SubParameter const& sub)
     if (name == "model_type") {
         _type = findType(value);
         if (_type == nullptr)
-            error(sub.line, "Model_type " + shown(joinedFields(sub.values)) + " is not an IBIS model type");
+            error(sub.line, "Model_type " + shown(ibis::joinFields(sub.values)) + " is not an IBIS model type");
         else
             _flags = _type->flags;
     } else if (name == "polarity") {
         if (!ibis::sameWord(value, "Non-Inverting") && !ibis::sameWord(value, "Inverting"))
-            error(sub.line, "Polarity " + shown(joinedFields(sub.values)) + " is neither Non-Inverting nor Inverting");
+            error(sub.line,
+                  "Polarity " + shown(ibis::joinFields(sub.values)) + " is neither Non-Inverting nor Inverting");
     } else if (name == "enable") {
         if (!ibis::sameWord(value, "Active-High") && !ibis::sameWord(value, "Active-Low"))
-            error(sub.line, "Enable " + shown(joinedFields(sub.values)) + " is neither Active-High nor Active-Low");
+            error(sub.line,
+                  "Enable " + shown(ibis::joinFields(sub.values)) + " is neither Active-High nor Active-Low");
     } else if (name == "vinl" || name == "vinh") {
         double v = 0;
         checkSingleValue(sub, &v);
@@ -362,7 +362,7 @@ void ModelRules::checkSubParameter(SubParameter const& sub)
                name == "c_comp_power_clamp" || name == "c_comp_gnd_clamp") {
         if (sub.equals)
             warning(sub.line, sub.name + " is written with \"=\"; its typ, min and max stand in columns");
-        if (checkTypMinMax(sub.values, sub.line, sub.name))
+        if (checkTypMinMax(sub.values, sub.line, sub.name, _findings))
             for (std::size_t i = 0; i < 3; ++i) {
                 Number const n = ibis::parseNumber(sub.values[i]);
                 if (n.isValue() && n.value < 0) {
@@ -388,11 +388,6 @@ void ModelRules::checkSingleValue(SubParameter const& sub, double* value)
         error(sub.line, sub.name + " value " + shown(sub.values[0]) + " is not a number");
     else if (value != nullptr)
         *value = n.value;
-}
-
-bool ModelRules::checkTypMinMax(std::vector<std::string> const& values, int line, std::string const& what)
-{
-    return ibischeck::checkTypMinMax(values, line, what, _findings);
 }
 
 void ModelRules::checkSections()
@@ -433,7 +428,7 @@ void ModelRules::checkSection(Section const& section, Keyword const* keyword)
         error(section.line, "[Algorithmic Model] is not allowed in a model of type " + typeShown());
     switch (keyword->kind) {
     case Kind::Range:
-        checkTypMinMax(section.args, section.line, section.shown);
+        checkTypMinMax(section.args, section.line, section.shown, _findings);
         for (Row const& row : section.rows)
             error(row.line, "line under " + section.shown + " is no sub-parameter; its values stand on the keyword line");
         break;
@@ -611,12 +606,9 @@ void ModelRules::checkRamp(Section const& section)
     }
     for (Row const& row : section.rows)
         error(row.line, "[Ramp] line is no dV/dt_r, dV/dt_f or R_load line");
-    for (char const* needed : {"dV/dt_r", "dV/dt_f"}) {
-        std::string lower = needed;
-        lower[1] = 'v';
-        if (!lines.has(lower))
+    for (char const* needed : {"dV/dt_r", "dV/dt_f"})
+        if (!lines.has(lowered(needed)))
             error(section.line, std::string("[Ramp] has no ") + needed + " line");
-    }
 }
 
 void ModelRules::checkWaveform(Section const& section)
@@ -640,12 +632,9 @@ void ModelRules::checkWaveform(Section const& section)
         }
         checkSingleValue(sub, nullptr);
     }
-    for (char const* needed : {"R_fixture", "V_fixture"}) {
-        std::string lower = needed;
-        lower[0] = ibis::lowerCase(lower[0]);
-        if (!lines.has(lower))
+    for (char const* needed : {"R_fixture", "V_fixture"})
+        if (!lines.has(lowered(needed)))
             error(section.line, section.shown + " has no " + needed);
-    }
     checkTable(section, true);
 }
 
@@ -696,10 +685,12 @@ void ModelRules::checkPresence()
         warning(_model.line, of + " has no [Pulldown]");
     if ((_flags & NeedsPullup) != 0 && !has("pullup"))
         warning(_model.line, of + " has no [Pullup]");
-    if ((_flags & Switch) != 0)
-        for (char const* key : {"on", "off"})
-            if (!has(key))
-                warning(_model.line, of + " has no [" + std::string(key == std::string("on") ? "On" : "Off") + "]");
+    if ((_flags & Switch) != 0) {
+        if (!has("on"))
+            warning(_model.line, of + " has no [On]");
+        if (!has("off"))
+            warning(_model.line, of + " has no [Off]");
+    }
     if ((_flags & Diff) != 0 && !has("external model"))
         warning(_model.line, of + " has no [External Model]");
     if (has("rac") != has("cac"))

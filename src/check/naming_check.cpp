@@ -58,10 +58,10 @@ NamingTable const* headingOf(std::string const& line)
     return nullptr;
 }
 
-bool opensWithBar(std::string const& line)
+bool opensWithBar(std::string_view line)
 {
-    std::vector<std::string> const tokens = tokensOf(line);
-    return !tokens.empty() && tokens[0][0] == '|';
+    std::string_view const first = tokenAt(line, 0);
+    return !first.empty() && first[0] == '|';
 }
 
 } // namespace
@@ -136,7 +136,7 @@ void NamingSection::feed(std::string_view text, int number)
     bool const bar = opensWithBar(line);
     if (_pending != nullptr && !bar) {
         // The first line behind the closing comment lines.
-        if (inSection(number) && !tokensOf(line).empty() && headingOf(line) == nullptr)
+        if (inSection(number) && !tokenAt(line, 0).empty() && headingOf(line) == nullptr)
             addError(_findings, _pendingHeading,
                      std::string("naming table ") + _pending->name + " is not closed by a \"|\" line before the heading " +
                          _pendingRows->name + " at line " + std::to_string(_pendingRowsAt) +

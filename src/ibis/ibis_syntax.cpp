@@ -65,6 +65,14 @@ void splitFields(std::string_view text, char comment, std::vector<std::string_vi
     }
 }
 
+std::string joinFields(std::vector<std::string> const& fields, std::size_t from)
+{
+    std::string text;
+    for (std::size_t i = from; i < fields.size(); ++i)
+        text += (i == from ? "" : " ") + fields[i];
+    return text;
+}
+
 bool sameWord(std::string_view a, std::string_view b)
 {
     if (a.size() != b.size())

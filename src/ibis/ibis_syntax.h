@@ -28,6 +28,9 @@ std::string_view keywordRest(std::string_view line);
 // character to fields (which it clears first).
 void splitFields(std::string_view text, char comment, std::vector<std::string_view>& fields);
 
+// The fields from `from` on, joined by one blank.
+std::string joinFields(std::vector<std::string> const& fields, std::size_t from = 0);
+
 // A letter in lower case, any other byte as it is (ASCII only, whatever
 // the locale).
 inline char lowerCase(char c)

@@ -27,10 +27,7 @@ bool isWordLine(std::string_view text, char comment)
 
 std::string Item::joined() const
 {
-    std::string text;
-    for (std::string const& field : fields)
-        text += (text.empty() ? "" : " ") + field;
-    return text;
+    return joinFields(fields);
 }
 
 bool Item::nameValue(std::string& name, std::string& value) const
@@ -54,9 +51,7 @@ bool Model::headValue(std::string_view name, std::string& value, int* line) cons
     for (Item const& item : head) {
         if (!sameWord(item.fields[0], name))
             continue;
-        value.clear();
-        for (std::size_t i = 1; i < item.fields.size(); ++i)
-            value += (i == 1 ? "" : " ") + item.fields[i];
+        value = joinFields(item.fields, 1);
         if (line != nullptr)
             *line = item.line;
         return true;
