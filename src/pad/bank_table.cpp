@@ -7,6 +7,7 @@
 #include "driver/load_time.h"
 #include "host/ut_regexp.h"
 #include "host/ut_string.h"
+#include "pad/pad_lines.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ void IBIS_MODEL::loadBankInfo(char* line)
 
     char row[IBS_LINE_SIZE];
     for (int i = 0; i < 4; ++i)
-        ibsReadLine(_padStream, row, IBS_LINE_SIZE);
+        ibsReadPadLine(_padStream, row);
 
     UT_STROBJ pattern(bankRowPattern);
     UT_REGEXP bankRow;
@@ -44,7 +45,7 @@ void IBIS_MODEL::loadBankInfo(char* line)
             UT_STROBJ voltage = text.get_key(keys, 2);
             _bankVccio[bank.getstring(1)] = voltage.getstring(1);
         }
-        ibsReadLine(_padStream, row, IBS_LINE_SIZE);
+        ibsReadPadLine(_padStream, row);
         if (row[0] == '+')
             break;
     }

@@ -9,6 +9,7 @@
 #include "driver/messages.h"
 #include "host/ut_string.h"
 #include "pad/line_tokens.h"
+#include "pad/pad_lines.h"
 
 void IBIS_MODEL::getDevName(std::string padFile, std::string& family)
 {
@@ -20,9 +21,9 @@ void IBIS_MODEL::getDevName(std::string padFile, std::string& family)
 
     // The first line of a report is its title and never names the part.
     char line[IBS_LINE_SIZE];
-    ibsReadLine(pad, line, IBS_LINE_SIZE);
+    ibsReadPadLine(pad, line);
     while (!ibsStreamDone(pad)) {
-        ibsReadLine(pad, line, IBS_LINE_SIZE);
+        ibsReadPadLine(pad, line);
         if (std::strstr(line, "PART TYPE") == nullptr)
             continue;
         char token[IBS_LINE_SIZE];

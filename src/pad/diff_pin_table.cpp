@@ -7,6 +7,7 @@
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "host/ut_string.h"
+#include "pad/pad_lines.h"
 
 void IBIS_MODEL::loadDiffPinInfo(char* line)
 {
@@ -18,8 +19,8 @@ void IBIS_MODEL::loadDiffPinInfo(char* line)
 
     char buf[IBS_LINE_SIZE];
     char token[IBS_LINE_SIZE];
-    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
-    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+    ibsReadPadLine(_padStream, buf);
+    ibsReadPadLine(_padStream, buf);
 
     // The text ahead of the first "|" is column 0, so the first cell of the
     // table is column 1.
@@ -43,8 +44,8 @@ void IBIS_MODEL::loadDiffPinInfo(char* line)
     if (pinBankColumn < 0 || pinInfoColumn < 0)
         return;
 
-    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
-    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+    ibsReadPadLine(_padStream, buf);
+    ibsReadPadLine(_padStream, buf);
     int lastColumn = pinBankColumn > pinInfoColumn ? pinBankColumn : pinInfoColumn;
     while (buf[0] != '+') {
         std::string pinBank;
@@ -62,6 +63,6 @@ void IBIS_MODEL::loadDiffPinInfo(char* line)
             _diffPinMap[pinInfo] = pinBank.substr(0, pinBank.find('/'));
         if (ibsStreamDone(_padStream))
             break;
-        ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+        ibsReadPadLine(_padStream, buf);
     }
 }

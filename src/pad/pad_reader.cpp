@@ -8,6 +8,7 @@
 #include "driver/messages.h"
 #include "host/ut_string.h"
 #include "pad/line_tokens.h"
+#include "pad/pad_lines.h"
 
 bool IBIS_MODEL::loadIos()
 {
@@ -20,7 +21,7 @@ bool IBIS_MODEL::loadIos()
     // first line is the only one offered as it stands: the others are upper
     // cased so that the headings hold in any case.
     char line[IBS_LINE_SIZE];
-    ibsReadLine(_padStream, line, IBS_LINE_SIZE);
+    ibsReadPadLine(_padStream, line);
     while (!ibsStreamDone(_padStream)) {
         setPartType(line);
         setPackage(line);
@@ -29,7 +30,7 @@ bool IBIS_MODEL::loadIos()
         loadBankInfo(line);
         loadDiffPinInfo(line);
 
-        ibsReadLine(_padStream, line, IBS_LINE_SIZE);
+        ibsReadPadLine(_padStream, line);
         if (ibsStreamDone(_padStream))
             break;
         ut_strupr(line);

@@ -7,6 +7,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "pad/pad_lines.h"
 
 void IBIS_MODEL::setPinInfo(char* line)
 {
@@ -18,12 +19,12 @@ void IBIS_MODEL::setPinInfo(char* line)
     // count: they tell which cell holds the attributes. The count is never
     // reset, so a second pin table adds to it.
     char buf[IBS_LINE_SIZE];
-    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
-    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+    ibsReadPadLine(_padStream, buf);
+    ibsReadPadLine(_padStream, buf);
     for (char const* p = buf; *p != '\0'; ++p)
         if (*p == '|')
             ++_pinTableColumns;
-    ibsReadLine(_padStream, buf, IBS_LINE_SIZE);
+    ibsReadPadLine(_padStream, buf);
 }
 
 namespace {
@@ -57,7 +58,7 @@ void IBIS_MODEL::loadPinInfo(char* line)
 
     char row[IBS_LINE_SIZE];
     char cell[IBS_LINE_SIZE];
-    ibsReadLine(_padStream, row, IBS_LINE_SIZE);
+    ibsReadPadLine(_padStream, row);
     while (!ibsStreamDone(_padStream)) {
         ut_strgettoken(row, cell, "|", 0);
 
@@ -103,7 +104,7 @@ void IBIS_MODEL::loadPinInfo(char* line)
             _iobufs.push_back(new IB_IOBUF(portName.c_str(), configs, pin, portType.c_str(), cell));
         }
 
-        ibsReadLine(_padStream, row, IBS_LINE_SIZE);
+        ibsReadPadLine(_padStream, row);
         if (row[0] == '+')
             break;
     }
