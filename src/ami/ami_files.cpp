@@ -1,8 +1,7 @@
 // The SerDes AMI file set: source names beside the SerDes master file, and
 // the ibis_ami directory with its copies and parameter files.
 
-#include <cstdio>
-
+#include "ami/ami_file_set.h"
 #include "driver/basibsgen.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
@@ -100,66 +99,86 @@ void IBS_GEN::getAmiTxExecutableFile(std::string& path)
     path = executableFor(*this, path, "tx_ami.so");
 }
 
-namespace {
-
-// Copies source into the output directory under its own name, or ends the
-// run.
-void copyIntoSet(IBIS_MODEL& model, std::string const& outputDir, std::string const& source,
-                 char const* progress, char const* failure)
+std::string ibsAmiOutputDirectory()
 {
-    IbsPathParts parts = ibsSplitPath(model, source);
-    std::string target = ibsUnixPath(outputDir + "\\" + parts.name + parts.extension);
-    std::printf(progress, target.c_str());
-    if (!ut_file.copy(source.c_str(), target.c_str())) {
-        std::printf(failure, target.c_str());
-        ibsExit(2);
-    }
+    return ibsUnixPath(ibsCurrentDir() + "\\ibis_ami");
 }
 
-} // namespace
-
-void IBS_GEN::write_ami_files()
+std::vector<IbsAmiFile> ibsAmiFiles(IBS_GEN& generator)
 {
-    if (_amiIobufs.empty()) {
-        std::printf("\n");
-        ibsReport(IBS_MSG_1035);
-        return;
-    }
-
-    std::string const outputDir = ibsUnixPath(ibsCurrentDir() + "\\ibis_ami");
-    if (!ut_file.exist(outputDir.c_str()) && !ut_file.mkdir(outputDir.c_str()))
-        ibsFatal(IBS_MSG_1034, {outputDir.c_str()});
-
-    copyIntoSet(*this, outputDir, _masterIbisFile, "\nGenerating SerDes IBIS file:  \"%s\"\n",
-                "ERROR: Failed to generating SerDes IBIS file: \"%s\"\n");
-    copyIntoSet(*this, outputDir, _amiRxExecutable, "Generating RX AMI file:       \"%s\"\n",
-                "ERROR: Failed to generating RX AMI file: \"%s\"\n");
-    copyIntoSet(*this, outputDir, _amiTxExecutable, "Generating TX AMI file:       \"%s\"\n",
-                "ERROR: Failed to generating TX AMI file: \"%s\"\n");
-
-    for (IB_AMI_CHANNEL* channel : _amiIobufs) {
+    std::string const outputDir = ibsAmiOutputDirectory();
+    std::vector<IbsAmiFile> files;
+    // The set's copies keep their own names.
+    auto copy = [&](IbsFileRole role, std::string const& source) {
+        IbsPathParts const parts = ibsSplitPath(generator, source);
+        files.push_back({role, source, ibsUnixPath(outputDir + "\\" + parts.name + parts.extension), nullptr});
+    };
+    copy(IBS_FILE_SERDES_MASTER, generator._masterIbisFile);
+    copy(IBS_FILE_RX_EXECUTABLE, generator._amiRxExecutable);
+    copy(IBS_FILE_TX_EXECUTABLE, generator._amiTxExecutable);
+    for (IB_AMI_CHANNEL const* channel : generator._amiIobufs) {
         struct Side {
             std::string const& enable;
             char const* tag;
-            char const* progress;
+            IbsFileRole role;
             std::string const& templateFile;
         } const sides[] = {
-            {channel->rxEnable, "_rx_params", "Generating RX parameter file: \"%s\"\n",
-             _amiRxParameterFile},
-            {channel->txEnable, "_tx_params", "Generating TX parameter file: \"%s\"\n",
-             _amiTxParameterFile},
+            {channel->rxEnable, "_rx_params", IBS_FILE_RX_PARAMETERS, generator._amiRxParameterFile},
+            {channel->txEnable, "_tx_params", IBS_FILE_TX_PARAMETERS, generator._amiTxParameterFile},
         };
         for (Side const& side : sides) {
             if (side.enable != "ON")
                 continue;
-            std::string const path =
-                ibsUnixPath(outputDir + "\\" + _designBaseName + side.tag + "_" +
-                            channel->blockId + "_" + channel->channelId + ".ami");
-            std::printf(side.progress, path.c_str());
-            write_ami_parameter_file(side.templateFile.c_str(), path.c_str(), channel->configs);
+            files.push_back({side.role, side.templateFile,
+                             ibsUnixPath(outputDir + "\\" + generator._designBaseName + side.tag + "_" +
+                                         channel->blockId + "_" + channel->channelId + ".ami"),
+                             channel});
+        }
+    }
+    return files;
+}
+
+void IBS_GEN::write_ami_files()
+{
+    if (_amiIobufs.empty()) {
+        ibsPrint(IBS_OUTPUT_SPACING, "\n");
+        ibsReport(IBS_MSG_1035);
+        return;
+    }
+
+    std::string const outputDir = ibsAmiOutputDirectory();
+    if (!ut_file.exist(outputDir.c_str()) && !ut_file.mkdir(outputDir.c_str()))
+        ibsFatal(IBS_MSG_1034, {outputDir.c_str()});
+
+    for (IbsAmiFile const& file : ibsAmiFiles(*this)) {
+        struct Texts {
+            IbsFileRole role;
+            char const* progress;
+            char const* failure; // null: a parameter file, which reports its own failures
+        } static const texts[] = {
+            {IBS_FILE_SERDES_MASTER, "\nGenerating SerDes IBIS file:  \"%s\"\n",
+             "ERROR: Failed to generating SerDes IBIS file: \"%s\"\n"},
+            {IBS_FILE_RX_EXECUTABLE, "Generating RX AMI file:       \"%s\"\n",
+             "ERROR: Failed to generating RX AMI file: \"%s\"\n"},
+            {IBS_FILE_TX_EXECUTABLE, "Generating TX AMI file:       \"%s\"\n",
+             "ERROR: Failed to generating TX AMI file: \"%s\"\n"},
+            {IBS_FILE_RX_PARAMETERS, "Generating RX parameter file: \"%s\"\n", nullptr},
+            {IBS_FILE_TX_PARAMETERS, "Generating TX parameter file: \"%s\"\n", nullptr},
+        };
+        Texts const* text = texts;
+        while (text->role != file.role)
+            ++text;
+        char const* target = file.target.c_str();
+        ibsPrint(IBS_OUTPUT_FILE_WRITTEN, ibsText(text->progress, {target}), file.role, target);
+        if (text->failure == nullptr) {
+            write_ami_parameter_file(file.source.c_str(), target,
+                                     const_cast<IB_AMI_CHANNEL*>(file.channel)->configs);
+        } else if (!ut_file.copy(file.source.c_str(), target)) {
+            ibsPrint(IBS_OUTPUT_FILE_FAILED, ibsText(text->failure, {target}), file.role, target);
+            ibsExit(2);
         }
     }
 
-    std::printf("\n");
+    ibsPrint(IBS_OUTPUT_SPACING, "\n");
     ibsReport(IBS_MSG_1036);
 }

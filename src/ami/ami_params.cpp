@@ -24,12 +24,14 @@ void IBS_GEN::write_ami_parameter_file(char const* source, char const* target,
 {
     std::FILE* in = std::fopen(source, "r");
     if (in == nullptr) {
-        std::printf("Could not open file <%s> for reading.\n", source);
+        ibsPrint(IBS_OUTPUT_FILE_FAILED, ibsText("Could not open file <%s> for reading.\n", {source}),
+                 IBS_FILE_TEMPLATE, source);
         ibsExit(2);
     }
     std::FILE* out = std::fopen(target, "w");
     if (out == nullptr) {
-        std::printf("Could not open file <%s> for writing.\n", target);
+        ibsPrint(IBS_OUTPUT_FILE_FAILED, ibsText("Could not open file <%s> for writing.\n", {target}),
+                 IBS_FILE_NONE, target);
         std::fclose(in);
         ibsExit(2);
     }

@@ -92,8 +92,30 @@ void post(char const* id, std::initializer_list<char const*> args)
 
 IbsReportObserver reportObserver = nullptr;
 void* reportObserverContext = nullptr;
+IbsOutputSink outputSink = nullptr;
+void* outputSinkContext = nullptr;
 
 } // namespace
+
+std::string ibsText(char const* format, std::initializer_list<char const*> args)
+{
+    return fillIn(format, args);
+}
+
+void ibsSetOutputSink(IbsOutputSink sink, void* context)
+{
+    outputSink = sink;
+    outputSinkContext = context;
+}
+
+void ibsPrint(IbsOutputKind kind, std::string const& text, IbsFileRole role, char const* path)
+{
+    if (outputSink != nullptr) {
+        outputSink(IbsOutput{kind, text, IBS_MSG_1003, {}, role, path}, outputSinkContext);
+        return;
+    }
+    std::fputs(text.c_str(), stdout);
+}
 
 void ibsSetReportObserver(IbsReportObserver observer, void* context)
 {
@@ -113,6 +135,10 @@ void ibsReport(IbsMessage message, std::initializer_list<char const*> args)
     std::string text = fillIn(def.fallback, args);
     if (def.byPuts || text.empty() || text.back() != '\n')
         text += '\n';
+    if (outputSink != nullptr) {
+        outputSink(IbsOutput{IBS_OUTPUT_REPORT, text, message, args, IBS_FILE_NONE, nullptr}, outputSinkContext);
+        return;
+    }
     std::fputs(text.c_str(), stdout);
 }
 

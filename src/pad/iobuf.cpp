@@ -1,9 +1,8 @@
 // The signal record and its attributes.
 
-#include <cstdio>
-
 #include "driver/basibsgen.h"
 #include "driver/load_time.h"
+#include "driver/messages.h"
 #include "host/ut_string.h"
 
 IB_IOBUF_CONFIG::IB_IOBUF_CONFIG(std::string key, std::string value)
@@ -29,13 +28,13 @@ IB_IOBUF::IB_IOBUF(char const* name, std::vector<IB_IOBUF_CONFIG*> const& config
 
 void IB_IOBUF::print()
 {
-    std::printf("Comp: %s\n", name);
-    std::printf(" Site: %s\n", site);
+    std::string text = ibsText("Comp: %s\n Site: %s\n", {name, site});
     if (type != nullptr)
-        std::printf(" Type: %s\n", type);
+        text += ibsText(" Type: %s\n", {type});
     for (IB_IOBUF_CONFIG* config : configs)
-        std::printf(" %s=%s \n", config->key.c_str(), config->value.c_str());
+        text += ibsText(" %s=%s \n", {config->key.c_str(), config->value.c_str()});
     if (model != nullptr)
-        std::printf(" Model: %s\n", model);
-    std::printf("-----------------------\n");
+        text += ibsText(" Model: %s\n", {model});
+    text += "-----------------------\n";
+    ibsPrint(IBS_OUTPUT_SIGNAL, text);
 }

@@ -14,55 +14,19 @@
 #include "host/ut_version.h"
 #include "writer/bulk_output.h"
 #include "writer/design_file_options.h"
+#include "writer/design_paths.h"
 #include "writer/model_index.h"
 #include "writer/option_sections.h"
 
-namespace {
-
-// The path cut behind its last "\", or else behind its last "/".
-std::string::size_type behindLastSeparator(std::string const& path)
-{
-    std::string::size_type cut = path.rfind('\\');
-    if (cut == std::string::npos)
-        cut = path.rfind('/');
-    return cut == std::string::npos ? std::string::npos : cut + 1;
-}
-
-} // namespace
-
 bool IBIS_MODEL::writeIbisModels(int btnCount)
 {
-    // The companion chip's IBIS file lies beside the master. A master path
-    // without a separator keeps its whole text ahead of the name.
-    bool const companions = btnCount > 0 && _input_dev_name != "KRDH20";
-    std::string btnSource;
-    if (companions) {
-        std::string::size_type cut = behindLastSeparator(_masterIbisFile);
-        btnSource = (cut == std::string::npos ? _masterIbisFile : _masterIbisFile.substr(0, cut)) +
-                    "k_btn.ibs";
-    }
-
-    std::string designStem;
-    if (companions || _input_dev_name == "KRDH21") {
-        std::string::size_type dot = _designIbisFile.rfind('.');
-        designStem = dot == std::string::npos ? _designIbisFile : _designIbisFile.substr(0, dot);
-        _designIbisFile = designStem + (_input_dev_name == "KRDH21" ? "_krdh21.ibs" : "_zu2.ibs");
-    }
-
-    // A relative design file goes into the IBIS directory below the current
-    // directory; an absolute one stays where it is.
-    std::string btnStem;
-    if (!ut_file.isabsolute(_designIbisFile.c_str())) {
-        std::string path = ibsUnixPath(ibsCurrentDir() + "\\IBIS");
-        if (!ut_file.exist(path.c_str()) && !ut_file.mkdir(path.c_str()))
-            ibsFatal(IBS_MSG_1034, {path.c_str()});
-        path += "\\";
-        // The companion copies' stem keeps the mixed separator; the host's
-        // copy service takes it as it is.
-        if (btnCount != 0)
-            btnStem = path + designStem;
-        _designIbisFile = ibsUnixPath(path + _designIbisFile);
-    }
+    // The final name, with the IBIS directory below the current one for a
+    // relative name, and the names of the files beside it.
+    IbsDesignPaths const paths = ibsDesignPaths(*this, btnCount);
+    if (!paths.ibisDirectory.empty() && !ut_file.exist(paths.ibisDirectory.c_str()) &&
+        !ut_file.mkdir(paths.ibisDirectory.c_str()))
+        ibsFatal(IBS_MSG_1034, {paths.ibisDirectory.c_str()});
+    _designIbisFile = paths.designFile;
 
     _designStream.open(_designIbisFile.c_str(), std::ios::out | std::ios::trunc);
     _masterStream.open(_masterIbisFile.c_str());
@@ -103,8 +67,8 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
 
     writeFileLocation();
     ibsReport(IBS_MSG_1031);
-    if (companions)
-        writeBtnFile(btnStem, btnSource, btnCount);
+    if (!paths.btnSource.empty())
+        writeBtnFile(paths.btnStem, paths.btnSource, btnCount);
     writePackageFile();
     return true;
 }
@@ -186,10 +150,13 @@ void IBIS_MODEL::writeIbisCopyRights()
         if (package != std::string::npos && package <= 3)
             break;
         if (upper.find("[FILE NAME]") != std::string::npos) {
+            // The name behind the last "\", or else behind the last "/".
             std::string name = _designIbisFile;
-            std::string::size_type cut = behindLastSeparator(name);
+            std::string::size_type cut = name.rfind('\\');
+            if (cut == std::string::npos)
+                cut = name.rfind('/');
             if (cut != std::string::npos)
-                name = name.substr(cut);
+                name = name.substr(cut + 1);
             std::string::size_type dot = name.rfind('.');
             if (dot != std::string::npos && dot > 40)
                 name = name.substr(0, 39) + "~.ibs";
