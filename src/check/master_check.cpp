@@ -434,6 +434,8 @@ std::vector<Finding> MasterCheck::finishFrame(int lines)
         gradeLength(l, namingEnd == 0 || l.line < namingEnd);
     (naming ? _naming : *_namingWithoutComponent).finish(lines, _findings);
 
+    if (!_header.versionSeen)
+        addError(_findings, 1, "no [IBIS Ver] keyword; this is not an IBIS file");
     if (_component == 0)
         addError(_findings, lastLine, "no [Component] line; the generator skips its check of the part");
     if (_package == 0)
@@ -450,6 +452,8 @@ std::vector<Finding> MasterCheck::finishFrame(int lines)
     else if (_pinList == PinList::In)
         addError(_findings, _pin, "the [Pin] list is never closed by a line beginning with \"|\"");
 
+    if (_blocks.empty())
+        addError(_findings, lastLine, "no [Model] line; design files get no model");
     std::map<std::string, int> blocks;
     for (auto const& [name, line] : _blocks) {
         blocks.emplace(name, line);

@@ -337,7 +337,8 @@ TEST(Check, MasterFileRules)
            "POWER\n"}},
          {"f:31: error: the [Pin] list is never closed by a line beginning with \"|\"",
           "f:32: error: model " + model + " is listed under [Pin] but has no [Model] block; a design that uses it "
-          "gets an empty one"}},
+          "gets an empty one",
+          "f:33: error: no [Model] line; design files get no model"}},
         {{{"[End]", extra + "[End]"}}, {"f:40: warning: [Model] extra is not listed under [Pin]; no design can use it"}},
         {{{"[Component]     KX3\n", ""}}, {"f:39: error: no [Component] line; the generator skips its check of the part"}},
         {{{"[Package]\n", ""}}, {"f:39: error: no [Package] line; the preamble copy takes the whole file"}},
@@ -366,13 +367,19 @@ TEST(Check, MasterFileRules)
         EXPECT_EQ(formatted(ibischeck::checkMasterFile(text, c.family)), c.expected);
     }
     S const noComponent = "no [Component] line; the generator skips its check of the part";
+    // Not an IBIS file at all: no version, no component, no models.
+    S const noVersion = "f:1: error: no [IBIS Ver] keyword; this is not an IBIS file";
     EXPECT_EQ(formatted(ibischeck::checkMasterFile("")),
-              (Lines{"f:1: error: " + noComponent, "f:1: error: no [Package] line; the preamble copy takes the whole file",
-                     "f:1: error: no [Pin] line; the generator finds no models"}));
+              (Lines{noVersion, "f:1: error: " + noComponent,
+                     "f:1: error: no [Package] line; the preamble copy takes the whole file",
+                     "f:1: error: no [Pin] line; the generator finds no models",
+                     "f:1: error: no [Model] line; design files get no model"}));
     EXPECT_EQ(formatted(ibischeck::checkMasterFile("SLEW\n  SLOW  s\n")),
               (Lines{"f:1: error: naming table SLEW is never closed by a \"|\" line; its reader runs to the end of the file",
-                     "f:2: error: " + noComponent, "f:2: error: no [Package] line; the preamble copy takes the whole file",
-                     "f:2: error: no [Pin] line; the generator finds no models"}));
+                     noVersion, "f:2: error: " + noComponent,
+                     "f:2: error: no [Package] line; the preamble copy takes the whole file",
+                     "f:2: error: no [Pin] line; the generator finds no models",
+                     "f:2: error: no [Model] line; design files get no model"}));
     // CR LF line ends: the generator's readers keep the CR in the line, which
     // changes nothing here but the length of a line.
     EXPECT_EQ(formatted(ibischeck::checkMasterFile(crlf(master), "KVA3")), Lines{});
