@@ -7,6 +7,7 @@
 #include "driver/messages.h"
 #include "driver/paths.h"
 #include "host/ut_filemanager.h"
+#include "pad/file_names.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ void IBS_GEN::initFiles(char const* designFile, char const* masterIbisFile)
         replaceTail(_masterIbisFile, "anr4yh.ibs", "anr4y.ibs");
         replaceTail(_masterIbisFile, "anr5yh.ibs", "anr5y.ibs");
     }
-    if (_masterIbisFile.find(".ibs") == std::string::npos)
+    if (!ibsNamesIbisFile(_masterIbisFile))
         ibsFatal(IBS_MSG_1012, {_masterIbisFile.c_str()});
 
     if (_is_AMI_model) {

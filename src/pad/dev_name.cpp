@@ -8,12 +8,13 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "pad/file_names.h"
 #include "pad/line_tokens.h"
 #include "pad/pad_lines.h"
 
 void IBIS_MODEL::getDevName(std::string padFile, std::string& family)
 {
-    if (padFile.find(".pad") == std::string::npos)
+    if (!ibsNamesPadReport(padFile))
         ibsFatal(IBS_MSG_1014, {padFile.c_str()});
     std::ifstream pad(padFile.c_str());
     if (!pad.is_open())

@@ -2,6 +2,14 @@
 
 #include "driver/basibsgen.h"
 #include "driver/load_time.h"
+#include "pad/family_rules.h"
+
+std::vector<char const*> const& ibsFamilyWords()
+{
+    static std::vector<char const*> const words = {"KVZR2", "KVA3", "KVA4", "KVAN",  "KVZR",  "HZU2", "HZU",
+                                                   "KVTN",  "KVA2", "KJ",   "HZU3", "KVA4Y", "KVA5Y"};
+    return words;
+}
 
 void IBIS_MODEL::loadPullmodeIotypes()
 {

@@ -8,14 +8,25 @@
 #include "driver/messages.h"
 #include "host/ut_path.h"
 #include "host/ut_string.h"
+#include "pad/file_names.h"
+
+bool ibsNamesPadReport(std::string const& path)
+{
+    return path.find(".pad") != std::string::npos;
+}
+
+bool ibsNamesIbisFile(std::string const& path)
+{
+    return path.find(".ibs") != std::string::npos;
+}
 
 void IBIS_MODEL::initFiles(char const* padFile, char const* masterIbisFile)
 {
     _masterIbisFile = masterIbisFile;
     _padFile = padFile;
-    if (_padFile.find(".pad") == std::string::npos)
+    if (!ibsNamesPadReport(_padFile))
         ibsFatal(IBS_MSG_1014, {padFile});
-    if (_masterIbisFile.find(".ibs") == std::string::npos)
+    if (!ibsNamesIbisFile(_masterIbisFile))
         ibsFatal(IBS_MSG_1012, {masterIbisFile});
 
     _designIbisFile = _padFile.substr(0, _padFile.rfind('.')) + ".ibs";
