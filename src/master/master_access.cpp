@@ -8,6 +8,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "master/master_lines.h"
 
 bool IBIS_MODEL::isDeviceIbisFileOpen()
 {
@@ -33,9 +34,9 @@ bool IBIS_MODEL::loadComponent()
     char token[IBS_LINE_SIZE];
     while (!ibsStreamDone(_masterStream)) {
         ibsReadLine(_masterStream, line, IBS_LINE_SIZE);
-        ut_strgettoken(line, token, " ", 0);
-        ut_strtrim(token);
-        if (std::strstr(token, "[Component]") != nullptr) {
+        if (ibsIsComponentLine(line)) {
+            // The name is the token behind the keyword's.
+            ut_strgettoken(line, token, " ", 0);
             ut_strgettoken(line, token, " ", 0);
             ut_strtrim(token);
             _componentName = token;
@@ -120,8 +121,7 @@ bool IBIS_MODEL::loadAvailableModels()
     char line[IBS_COPY_LINE_SIZE];
     ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
     while (!ibsStreamDone(_masterStream)) {
-        ut_strupr(line);
-        if (std::strstr(line, "[PIN]") == nullptr) {
+        if (!ibsIsPinListHeading(line)) {
             ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
             continue;
         }
@@ -145,7 +145,7 @@ bool IBIS_MODEL::loadAvailableModels()
             if (ibsStreamDone(_masterStream))
                 break;
             ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
-            if (line[0] == '|')
+            if (ibsEndsPinList(line))
                 break;
         }
         break;

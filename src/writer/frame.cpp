@@ -12,7 +12,9 @@
 #include "host/ut_string.h"
 #include "host/ut_timestamp.h"
 #include "host/ut_version.h"
+#include "master/master_lines.h"
 #include "writer/bulk_output.h"
+#include "writer/copy_lines.h"
 #include "writer/design_file_options.h"
 #include "writer/design_paths.h"
 #include "writer/model_index.h"
@@ -122,7 +124,7 @@ void IBIS_MODEL::writeIbisCopyRights()
         if (_masterStream.fail() && !_masterStream.eof())
             break;
         std::string raw = line;
-        if (!componentLineDone && isComponentLine(line)) {
+        if (!componentLineDone && ibsIsComponentLine(line)) {
             _designStream << withComponentName(raw, componentName) << "\n";
             componentLineDone = true;
             continue;
@@ -138,17 +140,15 @@ void IBIS_MODEL::writeIbisCopyRights()
                 continue;
             }
         }
+        // The master's package keyword line ends the preamble; the design
+        // file gets a [Package] line of its own.
+        if (ibsEndsPreamble(line))
+            break;
         // Text behind a "|" takes no part in the tests.
         char upperBuf[IBS_COPY_LINE_SIZE];
         std::strcpy(upperBuf, line);
         std::string upper = ut_strupr(upperBuf);
         eat_comment_character(upper);
-
-        // The master's package keyword line ends the preamble; the design
-        // file gets a [Package] line of its own.
-        std::string::size_type package = upper.find("PACKAGE");
-        if (package != std::string::npos && package <= 3)
-            break;
         if (upper.find("[FILE NAME]") != std::string::npos) {
             // The name behind the last "\", or else behind the last "/".
             std::string name = _designIbisFile;

@@ -11,6 +11,7 @@
 #include <unordered_map>
 
 #include "driver/line_reader.h"
+#include "writer/copy_lines.h"
 
 namespace {
 
@@ -56,9 +57,7 @@ std::vector<ModelBlockStart> findModelBlocks(std::istream& master, std::vector<s
         if (master.fail())
             break;
         at += taken;
-        // Most lines are table rows without a bracket: one quick test each.
-        bool const model = std::memchr(line, '[', static_cast<size_t>(taken)) != nullptr &&
-                           std::strstr(line, "[Model]") != nullptr;
+        bool const model = ibsHoldsModelKeyword(line, static_cast<size_t>(taken));
         if (!open.empty()) {
             bool const plain = !master.eof() && std::strlen(line) + 1 == static_cast<size_t>(taken);
             for (OpenBlock& block : open) {
@@ -119,6 +118,6 @@ void copyModelBlock(std::istream& master, std::ostream& design, ModelBlockStart 
         do {
             design.write(line, static_cast<std::streamsize>(std::strlen(line))).put('\n');
         } while (ibsReadLine(master, line, IBS_COPY_LINE_SIZE) &&
-                 (std::strchr(line, '[') == nullptr || std::strstr(line, "[Model]") == nullptr));
+                 !ibsHoldsModelKeyword(line, std::strlen(line)));
     }
 }

@@ -7,15 +7,6 @@
 
 #include "driver/basibsgen.h"
 
-bool isComponentLine(char const* line)
-{
-    // The first token as the component reader takes it: from the first
-    // character that is neither blank nor tab up to the next blank.
-    char const* start = line + std::strspn(line, " \t");
-    std::string const token(start, std::strcspn(start, " "));
-    return token.find("[Component]") != std::string::npos;
-}
-
 std::string withComponentName(std::string const& line, std::string const& name)
 {
     std::string::size_type const keywordEnd = line.find("[Component]") + std::strlen("[Component]");

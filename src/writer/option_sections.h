@@ -14,9 +14,6 @@
 class IBIS_MODEL;
 class IB_IOBUF;
 
-// True for the master line that names the component: its first token, after
-// leading blanks and tabs and up to the next blank, holds "[Component]".
-bool isComponentLine(char const* line);
 // The component line with its name, the token behind the keyword, replaced;
 // the keyword, the blanks behind it and the rest of the line (a comment, a
 // CR) stay.

@@ -7,6 +7,8 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "master/master_lines.h"
+#include "writer/copy_lines.h"
 
 namespace {
 
@@ -26,11 +28,8 @@ void IBIS_MODEL::writeIbisPackageInfo()
         std::string raw = buf;
         if (raw.empty())
             continue;
-        ut_strtrim(buf);
-        ut_strupr(buf);
-        std::string upper = buf;
-
-        if (upper.find("[PIN]") != std::string::npos) {
+        std::string const upper = ibsPackageSectionText(buf);
+        if (ibsIsPinListHeading(buf)) {
             if (!found) {
                 _designStream << "| The package data for this package is currently not available in\n"
                               << "| the master ibis file.\n"
@@ -51,10 +50,10 @@ void IBIS_MODEL::writeIbisPackageInfo()
         // A name line is the comment character and the package name. A line
         // of blanks alone has nothing to drop here, and the string operation
         // fails with its out-of-range error, uncaught.
-        if (upper.substr(1) != _packageName)
+        if (!ibsNamesPackage(upper, _packageName))
             continue;
 
-        _designStream << "[Package]\n" << buf << "\n";
+        _designStream << "[Package]\n" << upper << "\n";
         char data[IBS_COPY_LINE_SIZE];
         ibsReadLine(_masterStream, data, IBS_COPY_LINE_SIZE);
         // The block ends on its closing comment line; a master cut short
@@ -70,7 +69,7 @@ void IBIS_MODEL::writeIbisPackageInfo()
             if (!ibsReadLine(_masterStream, data, IBS_COPY_LINE_SIZE))
                 break;
             ut_strtrim(data);
-            if (std::strcmp(data, "|") == 0) {
+            if (ibsClosesPackageBlock(data)) {
                 _designStream << "|\n";
                 break;
             }
