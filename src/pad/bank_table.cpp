@@ -23,17 +23,17 @@ void IBIS_MODEL::loadBankInfo(char* line)
     if (line == nullptr)
         return;
     ut_strupr(line);
-    if (std::strstr(line, "VCCIO BY BANK:") == nullptr)
+    if (std::strstr(line, IBS_PAD_BANK_TABLE) == nullptr)
         return;
 
     char row[IBS_LINE_SIZE];
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i <= IBS_PAD_TABLE_HEAD_LINES; ++i)
         ibsReadPadLine(_padStream, row);
 
     UT_STROBJ pattern(bankRowPattern);
     UT_REGEXP bankRow;
     bankRow.compile(pattern);
-    if (!bankRow.isValid() || row[0] == '+')
+    if (!bankRow.isValid() || row[0] == IBS_PAD_TABLE_RULE)
         return;
 
     // The table ends on its closing rule; a report cut short ends it too.
@@ -46,7 +46,7 @@ void IBIS_MODEL::loadBankInfo(char* line)
             _bankVccio[bank.getstring(1)] = voltage.getstring(1);
         }
         ibsReadPadLine(_padStream, row);
-        if (row[0] == '+')
+        if (row[0] == IBS_PAD_TABLE_RULE)
             break;
     }
 }

@@ -25,7 +25,7 @@ void IBIS_MODEL::getDevName(std::string padFile, std::string& family)
     ibsReadPadLine(pad, line);
     while (!ibsStreamDone(pad)) {
         ibsReadPadLine(pad, line);
-        if (std::strstr(line, "PART TYPE") == nullptr)
+        if (std::strstr(line, IBS_PAD_PART_TYPE) == nullptr)
             continue;
         char token[IBS_LINE_SIZE];
         ibsTakeTokens(line, token, 3);

@@ -14,7 +14,7 @@ void IBIS_MODEL::loadDiffPinInfo(char* line)
     if (line == nullptr)
         return;
     ut_strupr(line);
-    if (std::strstr(line, "PINOUT BY PIN NUMBER") == nullptr)
+    if (std::strstr(line, IBS_PAD_PIN_NUMBER_TABLE) == nullptr)
         return;
 
     char buf[IBS_LINE_SIZE];
@@ -47,7 +47,7 @@ void IBIS_MODEL::loadDiffPinInfo(char* line)
     ibsReadPadLine(_padStream, buf);
     ibsReadPadLine(_padStream, buf);
     int lastColumn = pinBankColumn > pinInfoColumn ? pinBankColumn : pinInfoColumn;
-    while (buf[0] != '+') {
+    while (buf[0] != IBS_PAD_TABLE_RULE) {
         std::string pinBank;
         std::string pinInfo;
         for (int column = 0; column <= lastColumn; ++column) {

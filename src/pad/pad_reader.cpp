@@ -34,7 +34,7 @@ bool IBIS_MODEL::loadIos()
         if (ibsStreamDone(_padStream))
             break;
         ut_strupr(line);
-        if (std::strstr(line, "SYSCONFIG PINS") != nullptr) {
+        if (std::strstr(line, IBS_PAD_END) != nullptr) {
             loadSysConfigPinInfo(line);
             break;
         }
@@ -45,7 +45,7 @@ bool IBIS_MODEL::loadIos()
 
 void IBIS_MODEL::setPartType(char* line)
 {
-    if (std::strstr(line, "PART TYPE") == nullptr)
+    if (std::strstr(line, IBS_PAD_PART_TYPE) == nullptr)
         return;
     char token[IBS_LINE_SIZE];
     ibsTakeTokens(line, token, 3);
@@ -56,7 +56,7 @@ void IBIS_MODEL::setPartType(char* line)
 
 void IBIS_MODEL::setPackage(char* line)
 {
-    if (std::strstr(line, "PACKAGE") == nullptr)
+    if (std::strstr(line, IBS_PAD_PACKAGE) == nullptr)
         return;
     char token[IBS_LINE_SIZE];
     ibsTakeTokens(line, token, 2);

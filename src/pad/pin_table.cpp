@@ -11,7 +11,7 @@
 
 void IBIS_MODEL::setPinInfo(char* line)
 {
-    if (std::strstr(line, "PINOUT BY PORT NAME") == nullptr)
+    if (std::strstr(line, IBS_PAD_PIN_TABLE) == nullptr)
         return;
     _pinTablePending = true;
 
@@ -105,7 +105,7 @@ void IBIS_MODEL::loadPinInfo(char* line)
         }
 
         ibsReadPadLine(_padStream, row);
-        if (row[0] == '+')
+        if (row[0] == IBS_PAD_TABLE_RULE)
             break;
     }
     _pinTablePending = false;
