@@ -5,11 +5,13 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "ibis/ibis_syntax.h"
+#include "pad/family_rules.h"
+
 char const* usageText()
 {
     return "Usage: pad2ibis [OPTIONS] PAD_FILE MASTER_IBS\n"
-           "       pad2ibis --ami --channels CHANNELS_FILE [--brinmark] [--msgflow] [--family WORD]\n"
-           "                DESIGN_FILE SERDES_MASTER_IBS\n"
+           "       pad2ibis --ami --channels CHANNELS_FILE [OPTIONS] DESIGN_FILE SERDES_MASTER_IBS\n"
            "       pad2ibis check [--master] [--family WORD] FILE...\n"
            "       pad2ibis check --channels CHANNELS_FILE TEMPLATE_AMI...\n"
            "\n"
@@ -17,14 +19,34 @@ char const* usageText()
            "package, pins and models of the design, taken from the family's master IBIS\n"
            "file. PAD_FILE is the design's pad report (.pad), MASTER_IBS the master file\n"
            "(.ibs). For a pad report named by a relative path the design IBIS file goes to\n"
-           "IBIS/<that path with .ibs> below the current directory; for an absolute path it\n"
-           "goes beside the pad report. The package model file of the design's device, when\n"
-           "the master has one beside it, is copied next to the design IBIS file.\n"
-           "With --ami, writes the SerDes IBIS-AMI file set into ibis_ami/ instead.\n"
+           "IBIS/<that path with .ibs> below the current directory, whose folders are made;\n"
+           "for an absolute path it goes beside the pad report. The package model file of\n"
+           "the design's device, when the master has one beside it, is copied next to the\n"
+           "design IBIS file. With --ami, writes the SerDes IBIS-AMI file set into\n"
+           "ibis_ami/ instead.\n"
+           "\n"
+           "By default pad2ibis first reads its inputs for what the generator would lose\n"
+           "or misread without a word (a line longer than its reader takes, a NUL byte, a\n"
+           "table or block without its closing line), reports each as FILE:LINE: error:\n"
+           "TEXT and writes nothing (exit status 1); a pad report with CR LF line ends is\n"
+           "read as one with LF line ends. It prints its progress on standard output,\n"
+           "warnings and errors on standard error, and closes with a summary of the files\n"
+           "it wrote and of what the signals got. The SerDes set also gets the parameter\n"
+           "templates that its SerDes IBIS file names. With --legacy it runs as the legacy\n"
+           "flow does, byte for byte: the listing of the signals and the generator's own\n"
+           "messages on standard output, its files and exit codes, and no reading of the\n"
+           "inputs ahead of it. In both modes a directory or a device as an input is\n"
+           "refused (exit status 1), and so is an output that would be written over an\n"
+           "input (exit status 2).\n"
            "\n"
            "Options:\n"
+           "  --legacy           run as the legacy flow does (see above)\n"
+           "  -q, --quiet        print only warnings, errors and the closing summary\n"
+           "  -v, --verbose      also list every signal of the pad report as it was read\n"
            "  --family WORD      take WORD as the device family instead of the one the pad\n"
-           "                     report names (for example HZU3, KVA4Y, KVA5Y)\n"
+           "                     report names: KVZR2, KVA3, KVA4, KVAN, KVZR, HZU2, HZU,\n"
+           "                     KVTN, KVA2, KJ, HZU3, KVA4Y or KVA5Y, in any letter case\n"
+           "                     (with --legacy any word, as it stands)\n"
            "  --vargon           use the table-driven generator, which substitutes missing\n"
            "                     models from the family's legal configurations\n"
            "  --dump-alt-models  with --vargon: print the alternate model trees after the\n"
@@ -35,8 +57,9 @@ char const* usageText()
            "  --msgflow          post messages by id to standard error\n"
            "                     (padmodel-<id>, then a TAB ahead of each argument)\n"
            "  --btn N            write N numbered copies of the companion chip's IBIS file\n"
-           "                     (k_btn.ibs beside the master file); default 0. With N\n"
-           "                     above 0 the design file is named <name>_zu2.ibs\n"
+           "                     (k_btn.ibs beside the master file), N from 0 to 99; default\n"
+           "                     0. With N above 0 the design file is named <name>_zu2.ibs\n"
+           "                     (with --legacy any whole number)\n"
            "  --report FILE      also write a resolution report: one row per signal with\n"
            "                     its pin, bank, port type, IO settings, the model key\n"
            "                     built, the outcome (resolved, fallback, substituted,\n"
@@ -48,8 +71,9 @@ char const* usageText()
            "                     ending in .json, or for one ending in .html a page to\n"
            "                     open in a browser: the outcomes on a map of the\n"
            "                     package's balls, the signal table, and the I-V and V-T\n"
-           "                     curves of each model in the design file. What the run\n"
-           "                     prints and writes is the same without it\n"
+           "                     curves of each model in the design file. The ending in\n"
+           "                     any letter case (with --legacy in lower case only).\n"
+           "                     What the run prints and writes is the same without it\n"
            "  --component-name NAME\n"
            "                     the design file's [Component] line names NAME instead\n"
            "                     of the master's component: 1 to 40 printable ASCII\n"
@@ -81,27 +105,18 @@ char const* usageText()
            "  --channels FILE    the SerDes channels: lines 'channel BLOCK CHANNEL RX TX'\n"
            "                     (RX, TX: ON or OFF), each followed by 'KEY VALUE' lines\n"
            "                     of its parameters; '#' starts a comment line\n"
-           "  --help             print this text and exit\n"
-           "  --version          print the version and exit\n"
+           "  -h, --help         print this text and exit\n"
+           "  -V, --version      print the version and exit\n"
            "\n"
            "pad2ibis check reads IBIS files and prints what a simulator or the generator\n"
            "would trip over, as FILE:LINE: error: TEXT or FILE:LINE: warning: TEXT, then\n"
-           "a count line. By default the files are design IBIS files; with --master they\n"
-           "are master IBIS files, checked for what the generator's readers rely on, and\n"
-           "--family WORD (a family such as KVA3, or a part type such as KVA3-40E-6BG256C)\n"
-           "also checks that the naming tables that family needs are all there. A file\n"
-           "ending in .ami is an AMI parameter file, checked by the rules of the AMI\n"
-           "parameter tree. With --channels, CHANNELS_FILE is checked against the\n"
-           "parameter templates: settings that no template line takes, values that are\n"
-           "written otherwise than they read, values outside their parameter's Type,\n"
-           "Range or List; the templates are checked as AMI files too. Exit status 0\n"
-           "when no error was found, 1 when one was, 2 for a usage error or a file that\n"
-           "cannot be read.\n"
+           "a count line; pad2ibis check --help tells more.\n"
            "\n"
            "Exit status: 0 when the files were written (missing models are reported and\n"
-           "the file is still written), 1 for a file that cannot be opened, an unknown\n"
-           "device, an empty naming table or files that do not fit together, 2 for a bad\n"
-           "argument, an empty design or a result that cannot be written.\n";
+           "the file is still written), 1 for a file that cannot be opened or read as it\n"
+           "stands, an unknown device, an empty naming table or files that do not fit\n"
+           "together, 2 for a bad argument, an empty design, a result that cannot be\n"
+           "written or an output that would be written over an input.\n";
 }
 
 namespace {
@@ -121,6 +136,24 @@ bool parseCount(char const* text, int& value)
     return true;
 }
 
+// The most companion-chip copies a board takes, outside --legacy.
+int const kMaxCompanionCopies = 99;
+
+// Turns word into the family word it names in any letter case; or says
+// which words there are.
+std::string knownFamily(std::string& word)
+{
+    std::string list;
+    for (char const* known : ibsFamilyWords()) {
+        if (ibis::sameWord(word, known)) {
+            word = known;
+            return "";
+        }
+        list += (list.empty() ? "" : ", ") + std::string(known);
+    }
+    return "--family takes one of " + list + ", not '" + word + "'";
+}
+
 // Why NAME cannot stand on the [Component] line, or "" when it can.
 std::string componentNameProblem(std::string const& name)
 {
@@ -138,7 +171,7 @@ std::string componentNameProblem(std::string const& name)
 
 } // namespace
 
-bool parseOptions(int argc, char const* const* argv, Options& options, std::string& error)
+bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::string& error)
 {
     int i = 0;
     auto needValue = [&](char const* option, std::string& value) {
@@ -156,12 +189,18 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
             ++i;
             break;
         }
-        if (arg.compare(0, 2, "--") != 0)
+        if (arg.size() < 2 || arg[0] != '-' || arg == "-")
             break;
-        if (arg == "--help") {
+        if (arg == "--help" || arg == "-h") {
             options.help = true;
-        } else if (arg == "--version") {
+        } else if (arg == "--version" || arg == "-V") {
             options.version = true;
+        } else if (arg == "--legacy") {
+            options.legacy = true;
+        } else if (arg == "--quiet" || arg == "-q") {
+            options.quiet = true;
+        } else if (arg == "--verbose" || arg == "-v") {
+            options.verbose = true;
         } else if (arg == "--family") {
             if (!needValue("--family", options.family))
                 return false;
@@ -229,6 +268,17 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
     }
     if (options.help || options.version)
         return true;
+    if (!options.legacy) {
+        if (options.familyGiven) {
+            error = knownFamily(options.family);
+            if (!error.empty())
+                return false;
+        }
+        if (options.btn > kMaxCompanionCopies) {
+            error = "--btn takes 0 to " + std::to_string(kMaxCompanionCopies) + ", not " + std::to_string(options.btn);
+            return false;
+        }
+    }
 
     if (argc - i != 2) {
         error = argc - i < 2 ? "missing path" : "too many paths";
@@ -246,7 +296,7 @@ bool parseOptions(int argc, char const* const* argv, Options& options, std::stri
             options.dumpAltModels || !options.reportFile.empty() || !options.componentName.empty() ||
             options.truncate != 0 || options.allModels || options.modelSelector ||
             options.substituteNearest) {
-            error = "--ami takes only --channels, --brinmark, --msgflow and --family";
+            error = "--ami takes only --channels, --brinmark, --msgflow, --family, --legacy, --quiet and --verbose";
             return false;
         }
     } else if (!options.channelsFile.empty()) {

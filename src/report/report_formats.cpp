@@ -124,11 +124,24 @@ std::string ResolutionReport::json() const
     return out + "}\n}\n";
 }
 
+ResolutionReport::Format ResolutionReport::formatOf(std::string const& path, bool anyCase)
+{
+    std::string name = path;
+    if (anyCase)
+        for (char& c : name)
+            if (c >= 'A' && c <= 'Z')
+                c = static_cast<char>(c - 'A' + 'a');
+    return endsWith(name, ".json") ? Format::Json : endsWith(name, ".html") ? Format::Html : Format::Csv;
+}
+
 bool ResolutionReport::write(std::string const& path) const
 {
-    std::string const text = endsWith(path, ".json")   ? json()
-                             : endsWith(path, ".html") ? html()
-                                                       : csv();
+    return write(path, formatOf(path, false));
+}
+
+bool ResolutionReport::write(std::string const& path, Format format) const
+{
+    std::string const text = format == Format::Json ? json() : format == Format::Html ? html() : csv();
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << text;
     file.close();

@@ -55,9 +55,15 @@ public:
     // The page: summary, pin map, signal table and, read back from the
     // design file the run wrote, the curves of each design model.
     std::string html() const;
-    // Writes csv(), json() or html(), by the name's extension. False when
-    // the file could not be written.
+    // The form of a report file by its name: JSON for a name ending in
+    // ".json", a page for ".html", CSV otherwise; with anyCase the ending in
+    // any letter case.
+    enum class Format { Csv, Json, Html };
+    static Format formatOf(std::string const& path, bool anyCase);
+    // Writes csv(), json() or html(), by the name's ending in this letter
+    // case, or in the form given. False when the file could not be written.
     bool write(std::string const& path) const;
+    bool write(std::string const& path, Format format) const;
 
     // The signal table of the CSV and the page: its column names, and one
     // signal's fields in that order.

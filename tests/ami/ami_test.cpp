@@ -110,7 +110,7 @@ protected:
         args.insert(args.end(), options.begin(), options.end());
         args.push_back("designs/top.udb");
         args.push_back(master.empty() ? lib + "/kva4serdes.ibs" : master);
-        return ts::runProgram(args, run);
+        return ts::runLegacy(args, run);
     }
 
     ts::TempDir root;

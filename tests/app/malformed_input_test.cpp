@@ -58,7 +58,7 @@ TEST(MalformedInput, EveryRunEndsWithTheReportWhatWasReadCallsFor)
         ts::TempDir dir;
         ts::writeFile(dir.file("demo.pad"), c.pad);
         ts::writeFile(dir.file("master.ibs"), c.master);
-        ts::RunResult r = ts::runProgram({"demo.pad", "master.ibs"}, dir.path());
+        ts::RunResult r = ts::runLegacy({"demo.pad", "master.ibs"}, dir.path());
         ASSERT_NE(r.exitCode, ts::kRunHung) << "the run did not end";
         EXPECT_EQ(r.exitCode, c.exit);
         EXPECT_TRUE(endsWith(r.out, c.stdoutEnd)) << r.out;

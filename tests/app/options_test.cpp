@@ -12,7 +12,7 @@ using S = std::string;
 using Args = std::vector<char const*>;
 
 // The options as one line: the flags that are set, then the values and the two paths.
-S describe(Options const& o)
+S describe(RunOptions const& o)
 {
     std::pair<bool, char const*> const flags[] = {{o.help, "help"}, {o.version, "version"}, {o.ami, "ami"},
         {o.vargon, "vargon"}, {o.ncd, "ncd"}, {o.brinmark, "brinmark"}, {o.dphy, "dphy"}, {o.msgflow, "msgflow"},
@@ -26,7 +26,7 @@ S describe(Options const& o)
            (o.truncate == 0 ? "" : " truncate=" + std::to_string(o.truncate)) + " " + o.firstPath + " " + o.secondPath;
 }
 
-TEST(Options, AcceptedCommandLines)
+TEST(RunOptions, AcceptedCommandLines)
 {
     std::pair<Args, char const*> const cases[] = {
         {{"d.pad", "m.ibs"}, "btn=0 family= channels= d.pad m.ibs"},
@@ -47,14 +47,14 @@ TEST(Options, AcceptedCommandLines)
         {{"--component-name", "1234567890123456789012345678901234567890", "--truncate", "0", "d.pad", "m.ibs"},
          "btn=0 family= channels= component=1234567890123456789012345678901234567890 d.pad m.ibs"}};
     for (auto const& c : cases) {
-        Options options;
+        RunOptions options;
         S error;
         EXPECT_TRUE(parseOptions(static_cast<int>(c.first.size()), c.first.data(), options, error)) << error;
         EXPECT_EQ(describe(options), c.second);
     }
 }
 
-TEST(Options, UsageErrors)
+TEST(RunOptions, UsageErrors)
 {
     // Null: refused, whatever the reason given.
     std::pair<Args, char const*> const cases[] = {
@@ -96,7 +96,7 @@ TEST(Options, UsageErrors)
         {{"--substitute"}, "--substitute needs a value"},
         {{"--ami", "--channels", "c", "--substitute", "nearest", "d", "m.ibs"}, nullptr}};
     for (auto const& c : cases) {
-        Options options;
+        RunOptions options;
         S error;
         S line;
         for (char const* arg : c.first)

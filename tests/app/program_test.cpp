@@ -25,7 +25,7 @@ TEST(Program, HelpVersionAndUsageErrors)
          std::vector<std::vector<S>>{{"--bogus", "d.pad", "m.ibs"}, {"d.pad"}, {"--btn", "x", "d.pad", "m.ibs"},
                                      {"--component-name", " U7", "d.pad", "m.ibs"}, {"--truncate", "30", "d.pad", "m.ibs"},
                                      {"--substitute", "closest", "d.pad", "m.ibs"}}) {
-        r = ts::runProgram(args, dir.path());
+        r = ts::runLegacy(args, dir.path());
         EXPECT_EQ(r.exitCode, 2) << args[0];
         EXPECT_EQ(r.out, "") << args[0];
         // The problem, then the hint: two lines, the usage text stays on --help.
@@ -39,10 +39,10 @@ TEST(Program, HelpVersionAndUsageErrors)
 TEST(Program, LibraryFailuresKeepTheirExitCodes)
 {
     ts::TempDir dir;
-    ts::RunResult r = ts::runProgram({"design.rpt", "m.ibs"}, dir.path());
+    ts::RunResult r = ts::runLegacy({"design.rpt", "m.ibs"}, dir.path());
     EXPECT_EQ(r.exitCode, 2);
     EXPECT_EQ(r.out, "ERROR: report file design.rpt should have .pad extension.\n");
-    r = ts::runProgram({"--msgflow", "absent.pad", "m.ibs"}, dir.path());
+    r = ts::runLegacy({"--msgflow", "absent.pad", "m.ibs"}, dir.path());
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_EQ(r.err, "padmodel-1015\tabsent.pad\n");
 }
@@ -51,7 +51,7 @@ TEST(Program, AlternateModelTreesDumpedBetweenReadingTheMasterAndResolving)
 {
     ts::TempDir dir;
     ts::writeFile(dir.file("vargon_demo.pad"), ts::readFile(ts::sourcePath("examples/vargon_demo.pad")));
-    ts::RunResult r = ts::runProgram({"--vargon", "--dump-alt-models", "vargon_demo.pad",
+    ts::RunResult r = ts::runLegacy({"--vargon", "--dump-alt-models", "vargon_demo.pad",
                                       ts::sourcePath("examples/kvan_master.ibs")}, dir.path());
     EXPECT_EQ(r.exitCode, 0);
     S::size_type at = 0;

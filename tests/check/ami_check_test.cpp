@@ -234,7 +234,7 @@ TEST(ChannelsCheck, SerdesRunsAndTheirWrittenFiles)
     for (S const& set : {serdes + "channels.txt", channels}) {
         S const run = dir.file(set == channels ? "hex" : "shipped");
         ASSERT_EQ(::mkdir(run.c_str(), 0777), 0);
-        ASSERT_EQ(ts::runProgram({"--ami", "--channels", set, serdes + "demo_serdes.udb", serdes + "kva4serdes.ibs"}, run).exitCode, 0);
+        ASSERT_EQ(ts::runLegacy({"--ami", "--channels", set, serdes + "demo_serdes.udb", serdes + "kva4serdes.ibs"}, run).exitCode, 0);
         r = ts::runProgram({"check", "ibis_ami/demo_serdes_rx_params_PCS0_CH0.ami", "ibis_ami/demo_serdes_tx_params_PCS1_CH0.ami"}, run);
         EXPECT_EQ(r.out, set == channels ? "ibis_ami/demo_serdes_rx_params_PCS0_CH0.ami:13: error: Rx_Ctle_Gain: value 1F is not an Integer\n"
                                            "2 files checked: 1 error, 0 warnings\n"

@@ -40,7 +40,7 @@ TEST(NearestRun, SubstitutesOnTheExamples)
         ts::writeFile(work.file(c.pad), example(c.pad));
         ts::writeFile(work.file(c.master), c.masterText);
         ts::RunResult const r =
-            ts::runProgram({c.option, "--substitute", "nearest", "--report", c.report, c.pad, c.master}, work.path());
+            ts::runLegacy({c.option, "--substitute", "nearest", "--report", c.report, c.pad, c.master}, work.path());
         EXPECT_EQ(r.exitCode, 0) << r.err;
         S const& reports = c.option == "--msgflow" ? r.err : r.out;
         S warnings;

@@ -63,7 +63,7 @@ S writePage(ts::TempDir const& work, std::vector<std::pair<S, S>> const& files, 
     for (auto const& file : files)
         ts::writeFile(work.file(file.first), file.second);
     args.insert(args.begin(), {"--report", "page.html"});
-    ts::RunResult const run = ts::runProgram(args, work.path());
+    ts::RunResult const run = ts::runLegacy(args, work.path());
     EXPECT_EQ(run.exitCode, 0) << run.out << run.err;
     return work.file("page.html");
 }

@@ -56,12 +56,12 @@ TEST(Report, RowsAndByteIdentityOnTheExamples)
                 ts::writeFile(work.file(name), ts::readFile(ts::sourcePath(c.dir + "/" + name)));
         std::vector<S> args = c.options;
         args.insert(args.end(), {c.pad, c.master});
-        ts::RunResult const plain = ts::runProgram(args, work.path());
+        ts::RunResult const plain = ts::runLegacy(args, work.path());
         auto const plainFiles = designFiles(work.path());
         ASSERT_EQ(system(("rm -r " + work.file("IBIS")).c_str()), 0);
 
         args.insert(args.begin(), {"--report", c.report});
-        ts::RunResult const reported = ts::runProgram(args, work.path());
+        ts::RunResult const reported = ts::runLegacy(args, work.path());
         EXPECT_EQ(reported.exitCode, plain.exitCode);
         EXPECT_EQ(reported.out, plain.out);
         EXPECT_EQ(reported.err, plain.err);
@@ -80,15 +80,15 @@ TEST(Report, ReportThatCannotBeWrittenAndUsageErrors)
     ts::TempDir work;
     for (S const name : {"demo.pad", "kva3_master.ibs"})
         ts::writeFile(work.file(name), ts::readFile(ts::sourcePath("examples/" + name)));
-    ts::RunResult r = ts::runProgram({"--report", "no/such/dir/r.csv", "demo.pad", "kva3_master.ibs"}, work.path());
+    ts::RunResult r = ts::runLegacy({"--report", "no/such/dir/r.csv", "demo.pad", "kva3_master.ibs"}, work.path());
     EXPECT_EQ(r.exitCode, 2);
     EXPECT_EQ(r.err, "pad2ibis: cannot write the report no/such/dir/r.csv\n");
     EXPECT_TRUE(ts::fileExists(work.file("IBIS/demo.ibs")));
 
-    r = ts::runProgram({"--ami", "--channels", "c.txt", "--report", "r.csv", "d.udb", "m.ibs"}, work.path());
+    r = ts::runLegacy({"--ami", "--channels", "c.txt", "--report", "r.csv", "d.udb", "m.ibs"}, work.path());
     EXPECT_EQ(r.exitCode, 2);
     EXPECT_EQ(r.err.rfind("pad2ibis: --ami takes only", 0), 0u) << r.err;
-    r = ts::runProgram({"--report"}, work.path());
+    r = ts::runLegacy({"--report"}, work.path());
     EXPECT_EQ(r.exitCode, 2);
     EXPECT_EQ(r.err.rfind("pad2ibis: --report needs a value", 0), 0u) << r.err;
 }

@@ -90,6 +90,14 @@ std::string sourcePath(std::string const& relative)
 }
 
 
+RunResult runLegacy(std::vector<std::string> const& args, std::string const& cwd,
+                    std::vector<std::pair<std::string, std::string>> const& env)
+{
+    std::vector<std::string> legacy = {"--legacy"};
+    legacy.insert(legacy.end(), args.begin(), args.end());
+    return runProgram(legacy, cwd, env);
+}
+
 RunResult runProgram(std::vector<std::string> const& args, std::string const& cwd,
                      std::vector<std::pair<std::string, std::string>> const& env)
 {

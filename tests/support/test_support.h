@@ -56,6 +56,11 @@ struct RunResult {
 RunResult runProgram(std::vector<std::string> const& args, std::string const& cwd,
                      std::vector<std::pair<std::string, std::string>> const& env = {});
 
+// The same run with --legacy ahead of args: the host exactly as the legacy
+// flow has it.
+RunResult runLegacy(std::vector<std::string> const& args, std::string const& cwd,
+                    std::vector<std::pair<std::string, std::string>> const& env = {});
+
 // What body writes to standard output, by file descriptor, so that printf,
 // puts and iostreams are all caught.
 std::string captureStdout(std::function<void()> const& body);

@@ -231,14 +231,14 @@ TEST(VargonRun, DesignFileAndReportsOfADesignWithSubstitutedModels)
     expected.replace(expected.find("@DESIGN@"), 8, design);
     std::string::size_type const walk = expected.find("WARNING");
 
-    ts::RunResult r = ts::runProgram({"--vargon", "design.pad", "vgn_master.ibs"}, dir.path());
+    ts::RunResult r = ts::runLegacy({"--vargon", "design.pad", "vgn_master.ibs"}, dir.path());
     EXPECT_EQ(r.exitCode, 0) << r.err;
     EXPECT_EQ(r.err, "");
     EXPECT_EQ(r.out, expected);
     EXPECT_EQ(ts::readFile(design), data("design.ibs.expected"));
 
     // In the message flow the reports go by number.
-    r = ts::runProgram({"--vargon", "--msgflow", "design.pad", "vgn_master.ibs"}, dir.path());
+    r = ts::runLegacy({"--vargon", "--msgflow", "design.pad", "vgn_master.ibs"}, dir.path());
     EXPECT_EQ(r.out, expected.substr(0, walk));
     EXPECT_EQ(r.err, "padmodel-1011\tlvc330a160daaaaaaaod\tscl\tlvc330a160daaaaaaaio\n"
                      "padmodel-1011\tlvc250axxxkaaaaaaain\tbtn\tlvc250axxxaaaaaaaain\n"

@@ -162,7 +162,7 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
         for (std::string const& name : lib)
             ts::writeFile(cwd + "/lib/" + name, ts::readFile(ts::sourcePath(c.from + name)));
         ts::writeFile(cwd + "/" + c.pad, ts::readFile(ts::sourcePath(c.from + c.pad)));
-        ts::RunResult result = ts::runProgram(args, cwd);
+        ts::RunResult result = ts::runLegacy(args, cwd);
         EXPECT_EQ(result.exitCode, 0) << result.err;
 
         std::string const text = ts::readFile(cwd + "/IBIS/" + c.produced);
@@ -185,7 +185,7 @@ TEST(WholeRun, DemoDesignFileIsSound)
     ts::TempDir work;
     ts::writeFile(work.file("demo.pad"), ts::readFile(ts::sourcePath("examples/demo.pad")));
     std::string master = ts::sourcePath("examples/kva3_master.ibs");
-    ts::RunResult result = ts::runProgram({"demo.pad", master}, work.path());
+    ts::RunResult result = ts::runLegacy({"demo.pad", master}, work.path());
     EXPECT_EQ(result.exitCode, 0) << result.err;
     std::string text = ts::readFile(work.file("IBIS/demo.ibs"));
     expectSound(text, "demo.ibs");

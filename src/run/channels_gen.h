@@ -1,5 +1,5 @@
-#ifndef PAD2IBIS_APP_AMI_HOST_H
-#define PAD2IBIS_APP_AMI_HOST_H
+#ifndef PAD2IBIS_RUN_CHANNELS_GEN_H
+#define PAD2IBIS_RUN_CHANNELS_GEN_H
 
 #include <string>
 
@@ -9,7 +9,10 @@
 // instead of the design database.
 class ChannelsFileGen : public IBS_GEN {
 public:
-    explicit ChannelsFileGen(std::string channelsFile);
+    // legacy: a bad channels file is said as the legacy host says it
+    // ("pad2ibis: FILE:LINE: reason"), otherwise as a finding
+    // ("FILE:LINE: error: reason").
+    ChannelsFileGen(std::string channelsFile, bool legacy);
 
     // Fills the channels from the file; a bad file ends the process with
     // exit code 2 before anything is written.
@@ -17,6 +20,7 @@ public:
 
 private:
     std::string _channelsFile;
+    bool _legacy;
 };
 
 #endif

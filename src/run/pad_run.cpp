@@ -1,0 +1,347 @@
+// The pad report flow of the program.
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <set>
+#include <sys/stat.h>
+
+#include "console/console.h"
+#include "check/ibis_check.h"
+#include "console/summary.h"
+#include "driver/basibsgen.h"
+#include "driver/messages.h"
+#include "nearest/nearest_model.h"
+#include "pad/file_names.h"
+#include "pad/pad_lines.h"
+#include "report/resolution_report.h"
+#include "resolve/model_substitute.h"
+#include "run/run_flows.h"
+#include "safety/input_files.h"
+#include "safety/master_scan.h"
+#include "safety/output_guard.h"
+#include "safety/pad_scan.h"
+#include "variant/basib_vargon.h"
+#include "writer/design_paths.h"
+
+namespace {
+
+using console::Console;
+using console::shownPath;
+
+// Says on standard error that an input cannot be read, in the legacy
+// mode's words, and ends the run.
+[[noreturn]] void refuseInput(std::string const& what, std::string const& path, std::string const& problem)
+{
+    std::fflush(stdout);
+    std::fprintf(stderr, "pad2ibis: %s %s %s\n", what.c_str(), path.c_str(), problem.c_str());
+    ibsExit(1);
+}
+
+IBIS_MODEL* newGenerator(RunOptions const& options, std::string const& family)
+{
+    if (options.vargon)
+        return new IBIS_MODEL_VARGON(family.c_str(), options.firstPath.c_str(), options.secondPath.c_str());
+    return new IBIS_MODEL(family.c_str(), options.firstPath.c_str(), options.secondPath.c_str());
+}
+
+// The files a run reads, and those it is about to write, for the check that
+// none of the second is one of the first.
+std::vector<safety::RunFile> padInputs(RunOptions const& options, IbsDesignPaths const& paths)
+{
+    return {{"the pad report", options.firstPath},
+            {"the master file", options.secondPath},
+            {"the package model file", paths.packageSource},
+            {"the companion chip's IBIS file", paths.btnSource}};
+}
+
+std::vector<safety::RunFile> padOutputs(RunOptions const& options, IbsDesignPaths const& paths)
+{
+    std::vector<safety::RunFile> outputs = {{"the design IBIS file", shownPath(paths.designFile)},
+                                            {"the package model file's copy", shownPath(paths.packageTarget)},
+                                            {"the resolution report", options.reportFile}};
+    for (std::string const& companion : paths.companionFiles)
+        outputs.push_back({"the companion copy", shownPath(companion)});
+    return outputs;
+}
+
+// The legacy host: the generator driven as the legacy flow drives it, with
+// what it prints and exits with, and the resolution report on request.
+int legacyPadRun(RunOptions const& options, ResolutionReport& report)
+{
+    // The readers would stop on a directory with an exception, or wait on a
+    // device for ever: such an input is refused where it would be opened.
+    bool masterChecked = false;
+    auto checkMaster = [&] {
+        std::string const hazard = safety::readerHazard(options.secondPath);
+        if (!hazard.empty())
+            refuseInput("the master file", options.secondPath, hazard);
+        masterChecked = true;
+    };
+    if (ibsNamesPadReport(options.firstPath)) {
+        std::string const hazard = safety::readerHazard(options.firstPath);
+        if (!hazard.empty())
+            refuseInput("the pad report", options.firstPath, hazard);
+    }
+    std::string family;
+    IBIS_MODEL::getDevName(options.firstPath, family);
+    if (options.familyGiven)
+        family = options.family;
+    if (IBIS_MODEL::_is_brinmark_flow && ibsNamesIbisFile(options.secondPath))
+        checkMaster();
+    std::unique_ptr<IBIS_MODEL> generator(newGenerator(options, family));
+    if (!masterChecked)
+        checkMaster();
+
+    if (!generator->loadIbisModels())
+        ibsFatal(IBS_MSG_1003);
+    if (options.dumpAltModels && options.vargon)
+        static_cast<IBIS_MODEL_VARGON&>(*generator).printAltModelLists();
+    if (options.substituteNearest)
+        ibsSetSubstituteChooser(&ibsnearest::nearestSubstitute);
+    bool const reporting = !options.reportFile.empty();
+    if (reporting)
+        report.beforeWalk(*generator);
+    generator->setDesignModels();
+    if (reporting)
+        report.afterWalk(*generator);
+
+    IbsDesignPaths const paths = ibsDesignPaths(*generator, options.btn);
+    safety::Overwrite const overwrite = safety::findOverwrite(padInputs(options, paths), padOutputs(options, paths));
+    if (overwrite.found) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "pad2ibis: %s; nothing was written\n", safety::describe(overwrite).c_str());
+        return 2;
+    }
+
+    if (!generator->writeIbisModels(options.btn))
+        ibsReport(IBS_MSG_1004);
+    if (generator->_missingModelCount > 0)
+        ibsReport(IBS_MSG_1005);
+    if (!reporting)
+        return 0;
+    report.afterWrite(*generator);
+    report.setRun(options.firstPath, options.secondPath, options.vargon);
+    if (!report.write(options.reportFile)) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "pad2ibis: cannot write the report %s\n", options.reportFile.c_str());
+        return 2;
+    }
+    return 0;
+}
+
+// The default mode: each input read ahead of the generator for what it would
+// misread, nothing written unless all is well, and a summary of the run.
+class PadRun {
+public:
+    PadRun(RunOptions const& options, ResolutionReport& report)
+        : _options(options), _report(report), _console(options.quiet, options.verbose)
+    {
+    }
+
+    int run();
+
+private:
+    // Each step ends the run with its exit code when it finds a problem.
+    void checkArguments() const;
+    void readPadReport();
+    void checkOutputs(IbsDesignPaths const& paths) const;
+    void scanMaster() const;
+    void loadModels();
+    void resolve();
+    void write(IbsDesignPaths const& paths);
+    void summarize(IbsDesignPaths const& paths) const;
+    [[noreturn]] void fail(int code) const;
+
+    RunOptions const& _options;
+    ResolutionReport& _report;
+    Console _console;
+    std::unique_ptr<IBIS_MODEL> _generator;
+};
+
+int PadRun::run()
+{
+    _console.attach();
+    checkArguments();
+    readPadReport();
+    IbsDesignPaths const paths = ibsDesignPaths(*_generator, _options.btn);
+    checkOutputs(paths);
+    scanMaster();
+    loadModels();
+    resolve();
+    write(paths);
+    summarize(paths);
+    return 0;
+}
+
+void PadRun::fail(int code) const
+{
+    std::fflush(stdout);
+    ibsExit(code);
+}
+
+void PadRun::checkArguments() const
+{
+    for (safety::RunFile const& input :
+         {safety::RunFile{"the pad report", _options.firstPath}, safety::RunFile{"the master file", _options.secondPath}}) {
+        std::string const problem = safety::inputProblem(input.path);
+        if (!problem.empty()) {
+            _console.error(input.what + " " + input.path + " " + problem);
+            fail(1);
+        }
+    }
+    if (!ibsNamesPadReport(_options.firstPath))
+        ibsFatal(IBS_MSG_1014, {_options.firstPath.c_str()});
+    if (!ibsNamesIbisFile(_options.secondPath))
+        ibsFatal(IBS_MSG_1012, {_options.secondPath.c_str()});
+}
+
+void PadRun::readPadReport()
+{
+    safety::PadScan const scan = safety::scanPadReport(_options.firstPath);
+    if (_console.findings(_options.firstPath, scan.findings) > 0) {
+        _console.error("the pad report " + _options.firstPath + " cannot be read as it stands; nothing was written");
+        fail(1);
+    }
+    // A report written with CR LF line ends reads as its twin with LF ones.
+    ibsSetPadReportCrLf(true);
+    std::string family;
+    IBIS_MODEL::getDevName(_options.firstPath, family);
+    if (_options.familyGiven)
+        family = _options.family;
+    _generator.reset(newGenerator(_options, family));
+    _console.progress("Read the pad report " + _options.firstPath + ": part " + IBIS_MODEL::_input_dev_name +
+                      ", package " + _generator->_packageName + ", " +
+                      std::to_string(_generator->_iobufs.size()) + " signals");
+}
+
+void PadRun::checkOutputs(IbsDesignPaths const& paths) const
+{
+    safety::Overwrite const overwrite = safety::findOverwrite(padInputs(_options, paths), padOutputs(_options, paths));
+    if (overwrite.found) {
+        _console.error(safety::describe(overwrite) + "; nothing was written");
+        fail(2);
+    }
+}
+
+void PadRun::scanMaster() const
+{
+    safety::MasterScan const scan = safety::scanMaster(_options.secondPath, _generator->_packageName);
+    if (_console.findings(_options.secondPath, scan.findings) > 0) {
+        _console.error("the master file " + _options.secondPath +
+                       " cannot be read as it stands; nothing was written");
+        fail(1);
+    }
+}
+
+void PadRun::loadModels()
+{
+    if (!_generator->loadIbisModels()) {
+        // Why not: what the checker finds in the master for this part.
+        std::vector<ibischeck::Finding> findings;
+        ibischeck::checkMasterPath(_options.secondPath, IBIS_MODEL::_input_dev_name, findings);
+        std::vector<ibischeck::Finding> errors;
+        for (ibischeck::Finding const& finding : findings)
+            if (finding.severity == ibischeck::Severity::Error && errors.size() < 5)
+                errors.push_back(finding);
+        _console.findings(_options.secondPath, errors);
+        _console.error("the models of the master file " + _options.secondPath + " cannot be loaded" +
+                       (errors.empty() ? std::string(": it lists no model under [Pin], or lacks a naming table "
+                                                     "that the part's family needs")
+                                       : std::string(": ") + "pad2ibis check --master --family " +
+                                             IBIS_MODEL::_input_dev_name + " " + _options.secondPath +
+                                             " tells all"));
+        fail(2);
+    }
+    if (_options.dphy) {
+        // The D-PHY rows read each such model's mode at its 13th character.
+        for (std::string const& model : _generator->_availableModels) {
+            if (model.find("mip") != std::string::npos && model.size() < 13) {
+                _console.error("the master file lists the D-PHY model " + model +
+                               ", shorter than the 13 characters that --dphy reads its mode from; nothing was "
+                               "written");
+                fail(1);
+            }
+        }
+    }
+    _console.progress("Read the master file " + _options.secondPath + ": component " + _generator->_componentName +
+                      ", " + std::to_string(_generator->_availableModels.size()) + " models");
+    if (_options.dumpAltModels && _options.vargon)
+        static_cast<IBIS_MODEL_VARGON&>(*_generator).printAltModelLists();
+}
+
+void PadRun::resolve()
+{
+    if (_options.substituteNearest)
+        ibsSetSubstituteChooser(&ibsnearest::nearestSubstitute);
+    _report.beforeWalk(*_generator);
+    _generator->setDesignModels();
+    _report.afterWalk(*_generator);
+}
+
+void PadRun::write(IbsDesignPaths const& paths)
+{
+    // A pad report in a folder of its own gets its design file in the same
+    // folder below IBIS.
+    std::string const folder = paths.designFile.substr(0, paths.designFile.rfind('/') + 1);
+    std::string made;
+    for (std::string::size_type at = 0; (at = folder.find('/', at + 1)) != std::string::npos;) {
+        made = folder.substr(0, at);
+        struct stat info;
+        if (::stat(made.c_str(), &info) != 0 && ::mkdir(made.c_str(), 0777) != 0) {
+            _console.error("cannot make the folder " + shownPath(made));
+            fail(2);
+        }
+    }
+    if (!_generator->writeIbisModels(_options.btn))
+        ibsReport(IBS_MSG_1004);
+    _report.afterWrite(*_generator);
+    _report.setRun(_options.firstPath, _options.secondPath, _options.vargon);
+    if (!_options.reportFile.empty() &&
+        !_report.write(_options.reportFile, ResolutionReport::formatOf(_options.reportFile, true))) {
+        _console.error("cannot write the report " + _options.reportFile);
+        fail(2);
+    }
+}
+
+void PadRun::summarize(IbsDesignPaths const& paths) const
+{
+    std::vector<console::SummaryFile> files = {{shownPath(_generator->_designIbisFile), "design IBIS file"}};
+    for (Console::Written const& written : _console.written()) {
+        if (written.role == IBS_FILE_PACKAGE)
+            files.push_back({shownPath(written.path), "package model, copied from beside the master file"});
+        else if (written.role == IBS_FILE_COMPANION)
+            files.push_back({shownPath(written.path), "companion chip's IBIS file, copied"});
+    }
+    if (!_options.reportFile.empty())
+        files.push_back({shownPath(_options.reportFile), "resolution report"});
+    std::string text = console::filesSummary("Wrote:", files);
+    bool const packageCopied = std::any_of(_console.written().begin(), _console.written().end(),
+                                           [](Console::Written const& w) { return w.role == IBS_FILE_PACKAGE; });
+    if (!packageCopied)
+        text += "No package model file " + paths.packageFileName + " lies beside the master file; none was copied.\n";
+    console::SignalCounts counts;
+    counts.substituting = _options.substituteNearest;
+    for (SignalOutcome const& signal : _report.signals()) {
+        ++counts.total;
+        int* const counter = signal.outcome == "resolved"      ? &counts.resolved
+                             : signal.outcome == "fallback"    ? &counts.fallback
+                             : signal.outcome == "substituted" ? &counts.substituted
+                             : signal.outcome == "missing"     ? &counts.missing
+                                                               : &counts.none;
+        ++*counter;
+        if (signal.outcome == "missing")
+            counts.missingNames.push_back(signal.name);
+    }
+    _console.summary(text + console::signalsSummary(counts));
+}
+
+} // namespace
+
+int runPadFlow(RunOptions const& options)
+{
+    ResolutionReport report;
+    if (options.legacy)
+        return legacyPadRun(options, report);
+    return PadRun(options, report).run();
+}
