@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <set>
 #include <sys/stat.h>
+#include <thread>
 
 #include "console/console.h"
 #include "check/ibis_check.h"
@@ -130,6 +132,44 @@ int legacyPadRun(RunOptions const& options, ResolutionReport& report)
     return 0;
 }
 
+// The scan of the master runs beside the generator, which reads the pad
+// report and the master's head meanwhile: it reads the master and nothing
+// else, and writes nothing. A run that ends before the scan is done waits
+// for it at exit, ahead of the program's own clean-up.
+class MasterScanTask {
+public:
+    void start(std::string const& path)
+    {
+        static bool registered = false;
+        if (!registered) {
+            std::atexit(&MasterScanTask::joinAtExit);
+            registered = true;
+        }
+        running() = std::thread([this, path] { _scan = safety::scanMaster(path); });
+    }
+
+    safety::MasterScan const& result()
+    {
+        if (running().joinable())
+            running().join();
+        return _scan;
+    }
+
+private:
+    static std::thread& running()
+    {
+        static std::thread thread;
+        return thread;
+    }
+    static void joinAtExit()
+    {
+        if (running().joinable())
+            running().join();
+    }
+
+    safety::MasterScan _scan;
+};
+
 // The default mode: each input read ahead of the generator for what it would
 // misread, nothing written unless all is well, and a summary of the run.
 class PadRun {
@@ -146,7 +186,7 @@ private:
     void checkArguments() const;
     void readPadReport();
     void checkOutputs(IbsDesignPaths const& paths) const;
-    void scanMaster() const;
+    void checkMaster();
     void loadModels();
     void resolve();
     void write(IbsDesignPaths const& paths);
@@ -157,16 +197,18 @@ private:
     ResolutionReport& _report;
     Console _console;
     std::unique_ptr<IBIS_MODEL> _generator;
+    MasterScanTask _masterScan;
 };
 
 int PadRun::run()
 {
     _console.attach();
     checkArguments();
+    _masterScan.start(_options.secondPath);
     readPadReport();
     IbsDesignPaths const paths = ibsDesignPaths(*_generator, _options.btn);
     checkOutputs(paths);
-    scanMaster();
+    checkMaster();
     loadModels();
     resolve();
     write(paths);
@@ -224,10 +266,15 @@ void PadRun::checkOutputs(IbsDesignPaths const& paths) const
     }
 }
 
-void PadRun::scanMaster() const
+void PadRun::checkMaster()
 {
-    safety::MasterScan const scan = safety::scanMaster(_options.secondPath, _generator->_packageName);
-    if (_console.findings(_options.secondPath, scan.findings) > 0) {
+    safety::MasterScan const& scan = _masterScan.result();
+    std::vector<ibischeck::Finding> findings = scan.findings;
+    std::vector<ibischeck::Finding> const package = safety::packageFindings(scan, _generator->_packageName);
+    findings.insert(findings.end(), package.begin(), package.end());
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](ibischeck::Finding const& a, ibischeck::Finding const& b) { return a.line < b.line; });
+    if (_console.findings(_options.secondPath, findings) > 0) {
         _console.error("the master file " + _options.secondPath +
                        " cannot be read as it stands; nothing was written");
         fail(1);
@@ -295,10 +342,11 @@ void PadRun::write(IbsDesignPaths const& paths)
     }
     if (!_generator->writeIbisModels(_options.btn))
         ibsReport(IBS_MSG_1004);
+    if (_options.reportFile.empty())
+        return;
     _report.afterWrite(*_generator);
     _report.setRun(_options.firstPath, _options.secondPath, _options.vargon);
-    if (!_options.reportFile.empty() &&
-        !_report.write(_options.reportFile, ResolutionReport::formatOf(_options.reportFile, true))) {
+    if (!_report.write(_options.reportFile, ResolutionReport::formatOf(_options.reportFile, true))) {
         _console.error("cannot write the report " + _options.reportFile);
         fail(2);
     }

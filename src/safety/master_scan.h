@@ -19,13 +19,32 @@
 
 namespace safety {
 
+// A line of the package section, behind the preamble's end, as the package
+// writer takes it.
+struct PackageSectionLine {
+    int number = 0;
+    bool empty = false;  // empty as read: passed over while the name is sought
+    std::string text;    // trimmed and in upper case
+    bool closes = false; // closes a package block
+};
+
 struct MasterScan {
     bool read = false; // false when the file could not be read
     std::vector<ibischeck::Finding> findings; // in line order
+    // The package section up to the [Pin] line, when one follows it
+    // (packageSectionEnded); its rules wait for the design's package.
+    std::vector<PackageSectionLine> packageSection;
+    bool packageSectionEnded = false;
 };
 
-// packageName: the design's package, as the pad report gave it.
-MasterScan scanMaster(std::string const& path, std::string const& packageName);
+// The findings of every rule but those of the design package's block, which
+// packageFindings adds once the pad report has named the package. The scan
+// reads nothing but the file at path, so it may run beside the generator.
+MasterScan scanMaster(std::string const& path);
+
+// What the package writer makes of the section for the design's package, as
+// the pad report names it.
+std::vector<ibischeck::Finding> packageFindings(MasterScan const& scan, std::string const& package);
 
 } // namespace safety
 
