@@ -41,11 +41,11 @@ std::string signalsSummary(SignalCounts const& counts)
     text += "\n";
     if (counts.missing > 0)
         text += counts.substituting
-                    ? "The master file has no model of the IO standard and supply of the missing signals: they "
-                      "have no [Pin] row.\n"
-                    : "The master file has no model for the settings of the missing signals: they have no [Pin] "
-                      "row. --report FILE names the nearest model of each, and --substitute nearest gives it to "
-                      "them.\n";
+                    ? "The master file has no model of the IO standard and supply of the missing\n"
+                      "signals: they have no [Pin] row.\n"
+                    : "The master file has no model for the settings of the missing signals: they\n"
+                      "have no [Pin] row. --report FILE names the nearest model of each, and\n"
+                      "--substitute nearest gives it to them.\n";
     return text;
 }
 

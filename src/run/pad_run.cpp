@@ -140,8 +140,11 @@ class MasterScanTask {
 public:
     void start(std::string const& path)
     {
+        // The thread is made ahead of the exit handler, so that the handler
+        // runs first at exit and joins it before it is destroyed.
         static bool registered = false;
         if (!registered) {
+            running();
             std::atexit(&MasterScanTask::joinAtExit);
             registered = true;
         }
@@ -196,6 +199,7 @@ private:
     RunOptions const& _options;
     ResolutionReport& _report;
     Console _console;
+    std::string _family;
     std::unique_ptr<IBIS_MODEL> _generator;
     MasterScanTask _masterScan;
 };
@@ -247,11 +251,10 @@ void PadRun::readPadReport()
     }
     // A report written with CR LF line ends reads as its twin with LF ones.
     ibsSetPadReportCrLf(true);
-    std::string family;
-    IBIS_MODEL::getDevName(_options.firstPath, family);
+    IBIS_MODEL::getDevName(_options.firstPath, _family);
     if (_options.familyGiven)
-        family = _options.family;
-    _generator.reset(newGenerator(_options, family));
+        _family = _options.family;
+    _generator.reset(newGenerator(_options, _family));
     _console.progress("Read the pad report " + _options.firstPath + ": part " + IBIS_MODEL::_input_dev_name +
                       ", package " + _generator->_packageName + ", " +
                       std::to_string(_generator->_iobufs.size()) + " signals");
@@ -286,7 +289,7 @@ void PadRun::loadModels()
     if (!_generator->loadIbisModels()) {
         // Why not: what the checker finds in the master for this part.
         std::vector<ibischeck::Finding> findings;
-        ibischeck::checkMasterPath(_options.secondPath, IBIS_MODEL::_input_dev_name, findings);
+        ibischeck::checkMasterPath(_options.secondPath, _family, findings);
         std::vector<ibischeck::Finding> errors;
         for (ibischeck::Finding const& finding : findings)
             if (finding.severity == ibischeck::Severity::Error && errors.size() < 5)
@@ -295,9 +298,8 @@ void PadRun::loadModels()
         _console.error("the models of the master file " + _options.secondPath + " cannot be loaded" +
                        (errors.empty() ? std::string(": it lists no model under [Pin], or lacks a naming table "
                                                      "that the part's family needs")
-                                       : std::string(": ") + "pad2ibis check --master --family " +
-                                             IBIS_MODEL::_input_dev_name + " " + _options.secondPath +
-                                             " tells all"));
+                                       : std::string(": pad2ibis check --master --family ") + _family + " " +
+                                             _options.secondPath + " tells all"));
         fail(2);
     }
     if (_options.dphy) {

@@ -85,7 +85,8 @@ LineEnds lineEnds(std::string_view text, std::size_t limit)
             __m128i const b = _mm_cmpeq_epi8(_mm_loadu_si128(at + 1), lf);
             __m128i const c = _mm_cmpeq_epi8(_mm_loadu_si128(at + 2), lf);
             __m128i const d = _mm_cmpeq_epi8(_mm_loadu_si128(at + 3), lf);
-            counters = _mm_sub_epi8(_mm_sub_epi8(counters, a), _mm_sub_epi8(_mm_sub_epi8(zero, b), _mm_add_epi8(c, d)));
+            // An LF is 0xFF, one less: each one it subtracts adds one.
+            counters = _mm_sub_epi8(_mm_sub_epi8(counters, _mm_add_epi8(a, b)), _mm_add_epi8(c, d));
             if (_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d))) != 0) {
                 run = 0;
             } else if (++run >= quiet) {
@@ -139,6 +140,7 @@ private:
     std::vector<Finding> _findings;
     int _component = 0, _preambleEnd = 0, _pinHeading = 0;
     bool _pinListClosed = false;
+    int _pinListRunsOn = 0; // the first line holding "[Model]" in the [Pin] list
     // A package section that runs on without a [Pin] line is no longer kept:
     // without one the master has no models to load.
     bool _sectionFull = false;
@@ -181,6 +183,8 @@ void Scan::headLine(ibis::Line const& line)
             _pinHeading = line.number;
     } else if (!_pinListClosed && ibsEndsPinList(c)) {
         _pinListClosed = true;
+    } else if (!_pinListClosed && ibsHoldsModelKeyword(c, text.size()) && _pinListRunsOn == 0) {
+        _pinListRunsOn = line.number;
     }
     if (_preambleEnd == 0) {
         if (ibsEndsPreamble(c))
@@ -279,7 +283,11 @@ std::vector<Finding> Scan::finish(int lines)
                              "no line holding \"[Model]\" follows the block opened here (no closing \"| End "
                              "[Model]\" line): its copy would run to the end of the file, line " +
                                  std::to_string(lines)});
-    if (_pinHeading != 0 && !_pinListClosed)
+    if (_pinListRunsOn != 0)
+        _findings.push_back({_pinListRunsOn, Severity::Error,
+                             "the [Pin] list is not closed by a line beginning with \"|\" ahead of this line: its "
+                             "reader would take the lines of the model blocks for models"});
+    else if (_pinHeading != 0 && !_pinListClosed)
         _findings.push_back({_pinHeading, Severity::Error,
                              "the [Pin] list is not closed by a line beginning with \"|\": its reader would take "
                              "every line behind it, to the end of the file, for a model"});
