@@ -12,9 +12,34 @@
 
 namespace {
 
+char const checkUsage[] =
+    "Usage: pad2ibis check [--master] [--family WORD] FILE...\n"
+    "       pad2ibis check --channels CHANNELS_FILE TEMPLATE_AMI...\n"
+    "\n"
+    "Reads IBIS files and prints what a simulator or the generator would trip over,\n"
+    "as FILE:LINE: error: TEXT or FILE:LINE: warning: TEXT, then a count line. By\n"
+    "default the files are design IBIS files; with --master they are master IBIS\n"
+    "files, checked for what the generator's readers rely on, and --family WORD (a\n"
+    "family such as KVA3, or a part type such as KVA3-40E-6BG256C) also checks that\n"
+    "the naming tables that family needs are all there. A file ending in .ami is an\n"
+    "AMI parameter file, checked by the rules of the AMI parameter tree. With\n"
+    "--channels, CHANNELS_FILE is checked against the parameter templates: settings\n"
+    "that no template line takes, values that are written otherwise than they read,\n"
+    "values outside their parameter's Type, Range or List; the templates are\n"
+    "checked as AMI files too.\n"
+    "\n"
+    "Options:\n"
+    "  --master           the files are master IBIS files\n"
+    "  --family WORD      with --master: the family whose naming tables must be there\n"
+    "  --channels FILE    check the channels file FILE against the templates given\n"
+    "  -h, --help         print this text and exit\n"
+    "\n"
+    "Exit status: 0 when no error was found, 1 when one was, 2 for a usage error or\n"
+    "a file that cannot be read.\n";
+
 int usageError(std::string const& what)
 {
-    std::fprintf(stderr, "pad2ibis: check: %s\nTry 'pad2ibis --help' for more information.\n",
+    std::fprintf(stderr, "pad2ibis: check: %s\nTry 'pad2ibis check --help' for more information.\n",
                  what.c_str());
     return 2;
 }
@@ -94,6 +119,10 @@ int runCheckCommand(int argc, char const* const* argv)
         if (arg == "--") {
             ++i;
             break;
+        }
+        if (arg == "--help" || arg == "-h") {
+            std::fputs(checkUsage, stdout);
+            return 0;
         }
         if (arg.compare(0, 2, "--") != 0)
             break;

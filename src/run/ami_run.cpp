@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "ami/ami_file_set.h"
-#include "ami/ami_setting.h"
 #include "channels/channels_file.h"
 #include "console/console.h"
 #include "console/summary.h"
@@ -137,12 +136,8 @@ int scanSerDesInputs(RunOptions const& options, IBS_GEN const& generator, Consol
 
 std::string settingsText(IB_AMI_CHANNEL const& channel, IbsFileRole role)
 {
-    int set = 0;
-    for (IB_IOBUF_CONFIG const* config : channel.configs)
-        set += amiKeepsTemplateValue(config->value.c_str()) ? 0 : 1;
-    return "channel " + channel.blockId + " " + channel.channelId +
-           (role == IBS_FILE_RX_PARAMETERS ? ", receive side: " : ", transmit side: ") + std::to_string(set) +
-           (set == 1 ? " setting" : " settings");
+    return "settings of channel " + channel.blockId + " " + channel.channelId +
+           (role == IBS_FILE_RX_PARAMETERS ? ", receive side" : ", transmit side");
 }
 
 int defaultAmiRun(RunOptions const& options)

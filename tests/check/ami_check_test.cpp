@@ -208,11 +208,11 @@ TEST(ChannelsCheck, CommandOutputAndExitCodes)
          "pad2ibis: check: cannot read gone.txt\n"},
         {{"check", "--channels", "ch.txt"}, 2, "",
          "pad2ibis: check: --channels needs the templates (.ami) to check against\n"
-         "Try 'pad2ibis --help' for more information.\n"},
+         "Try 'pad2ibis check --help' for more information.\n"},
         {{"check", "--master", "--channels", "ch.txt", "rx.ami"}, 2, "",
-         "pad2ibis: check: --channels goes without --master\nTry 'pad2ibis --help' for more information.\n"},
+         "pad2ibis: check: --channels goes without --master\nTry 'pad2ibis check --help' for more information.\n"},
         {{"check", "--channels"}, 2, "",
-         "pad2ibis: check: --channels needs a value\nTry 'pad2ibis --help' for more information.\n"},
+         "pad2ibis: check: --channels needs a value\nTry 'pad2ibis check --help' for more information.\n"},
     };
     expectRuns(cases, dir.path());
 }

@@ -473,13 +473,13 @@ TEST(Check, CommandOutputAndExitCodes)
         {{"check", ".", "board.ibs"}, 2, "1 file checked: 0 errors, 0 warnings\n", "pad2ibis: check: cannot read .\n"},
         {{"check", "board.ibs", "gone.ibs"}, 2, "1 file checked: 0 errors, 0 warnings\n",
          "pad2ibis: check: cannot read gone.ibs\n"},
-        {{"check"}, 2, "", "pad2ibis: check: no file to check\nTry 'pad2ibis --help' for more information.\n"},
+        {{"check"}, 2, "", "pad2ibis: check: no file to check\nTry 'pad2ibis check --help' for more information.\n"},
         {{"check", "--bogus", "board.ibs"}, 2, "",
-         "pad2ibis: check: unknown option --bogus\nTry 'pad2ibis --help' for more information.\n"},
+         "pad2ibis: check: unknown option --bogus\nTry 'pad2ibis check --help' for more information.\n"},
         {{"check", "--family", "KVA3", "m.ibs"}, 2, "",
-         "pad2ibis: check: --family goes with --master\nTry 'pad2ibis --help' for more information.\n"},
+         "pad2ibis: check: --family goes with --master\nTry 'pad2ibis check --help' for more information.\n"},
         {{"check", "--master", "--family"}, 2, "",
-         "pad2ibis: check: --family needs a value\nTry 'pad2ibis --help' for more information.\n"},
+         "pad2ibis: check: --family needs a value\nTry 'pad2ibis check --help' for more information.\n"},
     };
     expectRuns(cases, dir.path());
 }

@@ -62,6 +62,9 @@ ScopedCwd::~ScopedCwd()
 
 void writeFile(std::string const& path, std::string const& text)
 {
+    std::filesystem::path const folder = std::filesystem::path(path).parent_path();
+    if (!folder.empty())
+        std::filesystem::create_directories(folder);
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     if (!out)
         throw std::runtime_error("cannot write " + path);
@@ -82,6 +85,15 @@ bool fileExists(std::string const& path)
 {
     std::error_code ignored;
     return std::filesystem::exists(path, ignored);
+}
+
+std::map<std::string, std::string> filesBelow(std::string const& dir)
+{
+    std::map<std::string, std::string> files;
+    for (auto const& entry : std::filesystem::recursive_directory_iterator(dir))
+        if (entry.is_regular_file())
+            files[std::filesystem::relative(entry.path(), dir).string()] = readFile(entry.path().string());
+    return files;
 }
 
 std::string sourcePath(std::string const& relative)

@@ -2,6 +2,7 @@
 #define PAD2IBIS_TESTS_TEST_SUPPORT_H
 
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,9 +35,13 @@ private:
     std::string _previous;
 };
 
+// Writes text to path, making the folders it names.
 void writeFile(std::string const& path, std::string const& text);
 std::string readFile(std::string const& path);
 bool fileExists(std::string const& path);
+
+// Every regular file below dir, by its path relative to dir, with its bytes.
+std::map<std::string, std::string> filesBelow(std::string const& dir);
 
 // A path below the source tree ("examples/demo.pad").
 std::string sourcePath(std::string const& relative);
