@@ -14,59 +14,64 @@ build:
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS)
 	cmake --build $(BUILD) -j $(JOBS)
 
-# Runs the pad report flow on the shipped example in $(BUILD)/demo: the
-# design IBIS file and the package model file land in $(BUILD)/demo/IBIS/.
-# A second run asks for two companion-chip copies (--btn 2), a third runs
-# the table-driven family, whose missing models get substitutes, and a
-# fourth writes the SerDes IBIS-AMI set into $(BUILD)/demo/ami/ibis_ami/,
-# and a fifth asks for the design file options (a component name, signal
-# names cut to 20 characters, every model, model selectors).
-# Between the second and the third, a run in $(BUILD)/demo/nearest gives
-# each missing model the nearest model of the master (--substitute nearest).
-# The first run also writes its resolution report, and a run in
-# $(BUILD)/demo/page writes the same report as a page (demo_report.html: pin
-# map, signals, model curves); every IBIS and AMI file the runs wrote, the
-# shipped masters and the shipped channels file go through pad2ibis check.
+# Runs the pad report flow on the shipped example in $(BUILD)/demo, first
+# as a new user would from a copy of the tree (pad2ibis
+# examples/demo.pad examples/kva3_master.ibs: the design IBIS file and the
+# package model file land in IBIS/examples/), with its resolution report.
+# Then: two companion-chip copies (--btn 2); the nearest model for each
+# missing one (--substitute nearest); the table-driven family, whose missing
+# models get substitutes; the SerDes IBIS-AMI set in $(DEMO_DIR)/ami/ibis_ami/;
+# the design file options (a component name, signal names cut to 20
+# characters, every model, model selectors); the report as a page
+# (demo_report.html: pin map, signals, model curves); and the first run again
+# as the legacy flow prints it (--legacy). Every IBIS and AMI file the runs
+# wrote, the shipped masters and the shipped channels file go through
+# pad2ibis check.
 DEMO_DIR = $(BUILD)/demo
 PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
+MASTER = $(CURDIR)/examples/kva3_master.ibs
 demo: build
-	rm -rf $(DEMO_DIR) && mkdir -p $(DEMO_DIR)/main $(DEMO_DIR)/btn
-	cp examples/demo.pad $(DEMO_DIR)/main/ && cp examples/demo.pad $(DEMO_DIR)/btn/
-	cd $(DEMO_DIR)/main && $(PAD2IBIS) --report demo_report.csv demo.pad $(CURDIR)/examples/kva3_master.ibs
-	@echo "== companion-chip copies: pad2ibis --btn 2 demo.pad kva3_master.ibs"
-	cd $(DEMO_DIR)/btn && $(PAD2IBIS) --btn 2 demo.pad $(CURDIR)/examples/kva3_master.ibs > run.log
-	@sed -n '/^Generating/,$$p' $(DEMO_DIR)/btn/run.log
-	@echo "== nearest models: pad2ibis --substitute nearest --report nearest_report.csv demo.pad kva3_master.ibs"
-	mkdir -p $(DEMO_DIR)/nearest && cp examples/demo.pad $(DEMO_DIR)/nearest/
-	cd $(DEMO_DIR)/nearest && $(PAD2IBIS) --substitute nearest --report nearest_report.csv demo.pad \
-	  $(CURDIR)/examples/kva3_master.ibs > run.log
-	@grep WARNING $(DEMO_DIR)/nearest/run.log
-	@echo "== table-driven family: pad2ibis --vargon vargon_demo.pad kvan_master.ibs"
-	mkdir -p $(DEMO_DIR)/vargon && cp examples/vargon_demo.pad $(DEMO_DIR)/vargon/
-	cd $(DEMO_DIR)/vargon && $(PAD2IBIS) --vargon vargon_demo.pad $(CURDIR)/examples/kvan_master.ibs > run.log
-	@grep -v -e '^ ' -e '^Comp:' -e '^---' $(DEMO_DIR)/vargon/run.log
+	rm -rf $(DEMO_DIR) && mkdir -p $(DEMO_DIR)/main $(DEMO_DIR)/btn $(DEMO_DIR)/nearest $(DEMO_DIR)/vargon \
+	  $(DEMO_DIR)/ami $(DEMO_DIR)/options $(DEMO_DIR)/page $(DEMO_DIR)/legacy
+	cp -r examples $(DEMO_DIR)/main/
+	@echo "== the first command: pad2ibis --report demo_report.csv examples/demo.pad examples/kva3_master.ibs"
+	cd $(DEMO_DIR)/main && $(PAD2IBIS) --report demo_report.csv examples/demo.pad examples/kva3_master.ibs
+	@echo "== companion-chip copies: pad2ibis -q --btn 2 demo.pad kva3_master.ibs"
+	cp examples/demo.pad $(DEMO_DIR)/btn/
+	cd $(DEMO_DIR)/btn && $(PAD2IBIS) -q --btn 2 demo.pad $(MASTER) 2>/dev/null
+	@echo "== nearest models: pad2ibis -q --substitute nearest --report nearest_report.csv demo.pad kva3_master.ibs"
+	cp examples/demo.pad $(DEMO_DIR)/nearest/
+	cd $(DEMO_DIR)/nearest && $(PAD2IBIS) -q --substitute nearest --report nearest_report.csv demo.pad $(MASTER)
+	@echo "== table-driven family: pad2ibis -q --vargon vargon_demo.pad kvan_master.ibs"
+	cp examples/vargon_demo.pad $(DEMO_DIR)/vargon/
+	cd $(DEMO_DIR)/vargon && $(PAD2IBIS) -q --vargon vargon_demo.pad $(CURDIR)/examples/kvan_master.ibs
 	@echo "== SerDes IBIS-AMI set: pad2ibis --ami --channels channels.txt demo_serdes.udb kva4serdes.ibs"
-	mkdir -p $(DEMO_DIR)/ami
 	cd $(DEMO_DIR)/ami && $(PAD2IBIS) --ami --channels $(CURDIR)/examples/serdes/channels.txt \
 	  $(CURDIR)/examples/serdes/demo_serdes.udb $(CURDIR)/examples/serdes/kva4serdes.ibs
-	@echo "== design file options: pad2ibis --component-name BOARD_U7 --truncate 20 --all-models --model-selector"
+	@echo "== design file options: pad2ibis -q --component-name BOARD_U7 --truncate 20 --all-models --model-selector"
 	@echo "   long_names_demo.pad kva3_master.ibs"
-	mkdir -p $(DEMO_DIR)/options && cp examples/long_names_demo.pad $(DEMO_DIR)/options/
-	cd $(DEMO_DIR)/options && $(PAD2IBIS) --component-name BOARD_U7 --truncate 20 --all-models \
-	  --model-selector long_names_demo.pad $(CURDIR)/examples/kva3_master.ibs > run.log
+	cp examples/long_names_demo.pad $(DEMO_DIR)/options/
+	cd $(DEMO_DIR)/options && $(PAD2IBIS) -q --component-name BOARD_U7 --truncate 20 --all-models \
+	  --model-selector long_names_demo.pad $(MASTER) > run.log 2>&1
 	@sed -n -e '/^\[Component\]/p' -e '/^\[Pin\]/,/^|\*/p' -e '/^\[Model Selector\]/,/^|\*/p' \
 	  $(DEMO_DIR)/options/IBIS/long_names_demo.ibs
 	@echo "[Model] blocks: $$(grep -c '^\[Model\]' $(DEMO_DIR)/options/IBIS/long_names_demo.ibs)"
 	@echo "== resolution report of the first run: $(DEMO_DIR)/main/demo_report.csv"
 	@sed -n -e '1p' -e '/,missing,/p' -e '/^outcome,/,$$p' $(DEMO_DIR)/main/demo_report.csv | tr -d '\r'
-	@echo "== the report as a page: pad2ibis --report demo_report.html demo.pad kva3_master.ibs"
-	mkdir -p $(DEMO_DIR)/page && cp examples/demo.pad examples/kva3_master.ibs $(DEMO_DIR)/page/
-	cd $(DEMO_DIR)/page && $(PAD2IBIS) --report demo_report.html demo.pad kva3_master.ibs > run.log
+	@echo "== the report as a page: pad2ibis -q --report demo_report.html demo.pad kva3_master.ibs"
+	cp examples/demo.pad examples/kva3_master.ibs $(DEMO_DIR)/page/
+	cd $(DEMO_DIR)/page && $(PAD2IBIS) -q --report demo_report.html demo.pad kva3_master.ibs > run.log 2>&1
 	@echo "$(DEMO_DIR)/page/demo_report.html: $$(wc -c < $(DEMO_DIR)/page/demo_report.html) bytes," \
 	  "$$(grep -o 'data-pin=' $(DEMO_DIR)/page/demo_report.html | wc -l) pin markers," \
 	  "$$(grep -o '<svg class="chart"' $(DEMO_DIR)/page/demo_report.html | wc -l) charts; open it in a browser"
+	@echo "== the first run as the legacy flow prints it: pad2ibis --legacy demo.pad kva3_master.ibs (its end)"
+	cp examples/demo.pad $(DEMO_DIR)/legacy/
+	cd $(DEMO_DIR)/legacy && $(PAD2IBIS) --legacy demo.pad $(MASTER) > run.log
+	@sed -n '/^WARNING/,$$p' $(DEMO_DIR)/legacy/run.log
+	@cmp $(DEMO_DIR)/legacy/IBIS/demo.ibs $(DEMO_DIR)/main/IBIS/examples/demo.ibs && \
+	  echo "the same design file as the first run's"
 	@echo "== pad2ibis check on the design IBIS files written above"
-	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/demo.ibs btn/IBIS/demo_zu2.ibs \
+	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/examples/demo.ibs btn/IBIS/demo_zu2.ibs \
 	  nearest/IBIS/demo.ibs vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs options/IBIS/long_names_demo.ibs
 	@echo "== the companion-chip copies are byte copies of k_btn.ibs and keep its [File Name]"
 	cd $(DEMO_DIR) && { $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs || \

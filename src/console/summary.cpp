@@ -37,7 +37,7 @@ std::string signalsSummary(SignalCounts const& counts)
         text += ")";
     }
     if (counts.none > 0)
-        text += ", " + std::to_string(counts.none) + " without a model key";
+        text += ", " + std::to_string(counts.none) + " with no key built";
     text += "\n";
     if (counts.missing > 0)
         text += counts.substituting
