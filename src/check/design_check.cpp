@@ -261,8 +261,13 @@ void DesignCheck::feed(ibis::Line const& line)
 {
     checkBytesAndWidth(line);
     _reader.feed(line, _comment.current());
-    if (_packages.feed(line, _comment.current()))
+    if (_packages.feed(line, _comment.current())) {
+        if (ibis::isKeywordLine(line.text)) {
+            _lastKeyLine = line.number;
+            _lastKey = ibis::keywordKey(line.text);
+        }
         return;
+    }
     if (ibis::isKeywordLine(line.text)) {
         std::string const key = ibis::keywordKey(line.text);
         keyword(line, key);

@@ -131,8 +131,10 @@ void PackageReader::endRow()
             problem(PackageProblem::SelfTermNotPositive, _rowLine, name + " has no self term");
         return;
     }
+    if (_form == MatrixForm::Banded && !_hasBandwidth)
+        return; // its length is unknown: NoBandwidth says why
     std::size_t needed = n - _row;
-    if (_form == MatrixForm::Banded && _hasBandwidth)
+    if (_form == MatrixForm::Banded)
         needed = std::min(needed, _bandwidth + 1);
     if (_entries < needed)
         problem(PackageProblem::RowTooShort, _rowLine,
