@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <sstream>
 
 #include "check/check_cases.h"
@@ -168,6 +169,21 @@ TEST(PackageCheck, MasterFileWithPackageModel)
     Lines const found = formatted(ibischeck::checkMasterFile(with, "KVA3"));
     ASSERT_FALSE(found.empty());
     EXPECT_NE(found.back().find("error: [Inductance Matrix] has no [Row] for 1 pin: A2"), S::npos) << found.back();
+}
+
+// The example package model passes the check, and its script writes it
+// again byte for byte.
+TEST(PackageCheck, ExamplePackageModel)
+{
+    S const path = ts::sourcePath("examples/kva3_master_6bg256c_bg.pkg");
+    std::istringstream in(ts::readFile(path));
+    EXPECT_EQ(formatted(ibischeck::checkPackageFile(in, "kva3_master_6bg256c_bg.pkg")), Lines{});
+    if (std::system("python3 -c '' 2>/dev/null") != 0)
+        GTEST_SKIP() << "no python3";
+    ts::TempDir dir;
+    S const again = dir.file("kva3_master_6bg256c_bg.pkg");
+    ASSERT_EQ(std::system(("python3 " + ts::sourcePath("examples/make_package_model.py") + " " + again).c_str()), 0);
+    EXPECT_EQ(ts::readFile(again), ts::readFile(path));
 }
 
 } // namespace
