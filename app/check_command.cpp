@@ -1,5 +1,7 @@
 #include "app/check_command.h"
 
+#include <dirent.h>
+
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -9,6 +11,7 @@
 
 #include "check/ibis_check.h"
 #include "ibis/ibis_syntax.h"
+#include "ibis/package_model.h"
 
 namespace {
 
@@ -57,6 +60,52 @@ bool isAmiFile(std::string const& path)
     return base.size() >= 4 && ibis::sameWord(std::string_view(base).substr(base.size() - 4), ".ami");
 }
 
+// A file is known by its ending, in any letter case.
+bool endsIn(std::string const& path, char const* ending)
+{
+    std::string const base = baseName(path);
+    std::string_view const end(ending);
+    return base.size() >= end.size() && ibis::sameWord(std::string_view(base).substr(base.size() - end.size()), end);
+}
+
+// The package models that the package model files (.pkg) in the folder of
+// `path` define, read once when first asked for.
+class PackageModelsBeside {
+public:
+    explicit PackageModelsBeside(std::string const& path)
+    {
+        std::string::size_type const slash = path.rfind('/');
+        _folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    }
+
+    bool operator()(std::string const& name)
+    {
+        if (!_read) {
+            _read = true;
+            if (DIR* dir = opendir(_folder.c_str())) {
+                while (dirent const* entry = readdir(dir)) {
+                    std::string const file = entry->d_name;
+                    if (!endsIn(file, ".pkg"))
+                        continue;
+                    std::ifstream in(_folder + "/" + file, std::ios::binary);
+                    for (std::string const& model : ibis::packageModelNames(in))
+                        _names.push_back(model);
+                }
+                closedir(dir);
+            }
+        }
+        for (std::string const& known : _names)
+            if (known == name)
+                return true;
+        return false;
+    }
+
+private:
+    std::string _folder;
+    bool _read = false;
+    std::vector<std::string> _names;
+};
+
 // Says that the file at path cannot be read, behind the findings printed
 // so far; false.
 bool cannotRead(std::string const& path)
@@ -87,8 +136,10 @@ bool checkIbisFile(std::string const& path, bool master, std::string const& fami
     if (master)
         return ibischeck::checkMasterPath(path, family, findings) || cannotRead(path);
     std::ifstream in(path, std::ios::binary);
-    if (in)
-        findings = ibischeck::checkDesignFile(in, baseName(path));
+    if (in && endsIn(path, ".pkg"))
+        findings = ibischeck::checkPackageFile(in, baseName(path));
+    else if (in)
+        findings = ibischeck::checkDesignFile(in, baseName(path), PackageModelsBeside(path));
     return (in.is_open() && !in.bad()) || cannotRead(path);
 }
 

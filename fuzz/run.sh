@@ -21,7 +21,7 @@ work=$here/corpus-work
 findings=$here/findings
 cxx=${CXX:-clang++}
 jobs=${JOBS:-2}
-targets=${FUZZ_TARGETS:-pad master ami channels ami_check channels_check design_check master_check}
+targets=${FUZZ_TARGETS:-pad master ami channels ami_check channels_check design_check master_check package_check}
 
 command -v "$cxx" >/dev/null || { echo "fuzz/run.sh: $cxx not found" >&2; exit 2; }
 mkdir -p "$build/obj" "$work" "$findings"
@@ -50,7 +50,8 @@ done
 # Seed corpora: the committed seeds and the example files, the master
 # ones behind a flag byte (0x00 the demo family, 0xC8 the table-driven one).
 seed() { mkdir -p "$work/$1"; cp "$2" "$work/$1/$3"; }
-mkdir -p "$work/pad" "$work/master" "$work/ami" "$work/channels" "$work/design_check" "$work/master_check"
+mkdir -p "$work/pad" "$work/master" "$work/ami" "$work/channels" "$work/design_check" "$work/master_check" \
+    "$work/package_check"
 for t in $targets; do
     [ -d "$here/seeds/$t" ] && cp "$here/seeds/$t"/* "$work/$t/" 2>/dev/null || true
 done
@@ -63,6 +64,9 @@ for f in "$root"/tests/*/data/*.ibs "$root"/tests/*/data/*/*.ibs; do
     [ -f "$f" ] || continue
     name=ex-$(basename "$(dirname "$f")")-$(basename "$f")
     printf '\000' > "$work/master/$name" && cat "$f" >> "$work/master/$name"
+done
+for f in "$root"/examples/*.pkg "$root"/tests/*/data/*.pkg; do
+    [ -f "$f" ] && seed package_check "$f" "ex-$(basename "$(dirname "$f")")-$(basename "$f")"
 done
 for f in "$root"/examples/serdes/*.ami; do
     [ -f "$f" ] || continue

@@ -11,6 +11,7 @@
 
 #include "check/check_text.h"
 #include "check/model_rules.h"
+#include "check/package_rules.h"
 #include "ibis/ibis_syntax.h"
 #include "ibis/line_source.h"
 #include "ibis/model_reader.h"
@@ -52,10 +53,25 @@ bool isComponentKeyword(std::string const& key)
     return false;
 }
 
+// Header keywords of an IBIS file, which a package model file holds besides
+// its package models.
+bool isHeaderKeyword(std::string const& key)
+{
+    static char const* const keys[] = {"ibis ver", "comment char", "file name", "file rev", "date",
+                                       "source",   "notes",        "disclaimer", "copyright", "end"};
+    for (char const* k : keys)
+        if (key == k)
+            return true;
+    return false;
+}
+
 class DesignCheck {
 public:
-    explicit DesignCheck(std::string const& fileName)
-        : _fileName(fileName), _reader([this](ibis::Model const& model) { modelRead(model); }, readsEveryValue)
+    enum class Kind { Design, PackageFile };
+
+    DesignCheck(std::string const& fileName, Kind kind, PackageModelLookup beside)
+        : _fileName(fileName), _kind(kind), _beside(std::move(beside)),
+          _reader([this](ibis::Model const& model) { modelRead(model); }, readsEveryValue)
     {
     }
 
@@ -70,8 +86,13 @@ private:
     void modelRead(ibis::Model const& model);
     void checkPins();
     void checkSelectors();
+    void checkPackageModelNames();
 
     std::string _fileName;
+    Kind _kind;
+    PackageModelLookup _beside;
+    PackageRules _packages;
+    std::vector<std::pair<int, std::string>> _packageModelUses; // [Package Model] lines and names
     std::vector<Finding> _findings;
     ibis::CommentChar _comment;
     ibis::ModelReader _reader;
@@ -143,7 +164,11 @@ void DesignCheck::keyword(ibis::Line const& line, std::string const& key)
         addWarning(_findings, line.number,
                    std::string(ibis::keywordShown(line.text)) + " stands behind [Model Selector] (line " +
                        std::to_string(_selectorLine) + "); parsers read component keywords only ahead of selectors");
-    if (!_firstOfSection && key != "model selector" && key != "submodel")
+    if (_kind == Kind::PackageFile && !isHeaderKeyword(key))
+        addError(_findings, line.number,
+                 std::string(ibis::keywordShown(line.text)) +
+                     " does not belong in a package model file (header keywords, package models, [End])");
+    if (!_firstOfSection && key != "model selector" && key != "submodel" && key != "package model")
         return;
     ibis::splitFields(rest, _comment.current(), _fields);
     std::string const first = _fields.empty() ? "" : std::string(_fields[0]);
@@ -163,6 +188,8 @@ void DesignCheck::keyword(ibis::Line const& line, std::string const& key)
         _selectors.push_back(Selector{first, line.number, {}});
     } else if (key == "submodel") {
         _submodels.insert(first);
+    } else if (key == "package model") {
+        _packageModelUses.emplace_back(line.number, first);
     } else if (key == "end") {
         _endLine = line.number;
     }
@@ -234,6 +261,13 @@ void DesignCheck::feed(ibis::Line const& line)
 {
     checkBytesAndWidth(line);
     _reader.feed(line, _comment.current());
+    if (_packages.feed(line, _comment.current())) {
+        if (ibis::isKeywordLine(line.text)) {
+            _lastKeyLine = line.number;
+            _lastKey = ibis::keywordKey(line.text);
+        }
+        return;
+    }
     if (ibis::isKeywordLine(line.text)) {
         std::string const key = ibis::keywordKey(line.text);
         keyword(line, key);
@@ -324,9 +358,24 @@ void DesignCheck::checkSelectors()
     }
 }
 
+void DesignCheck::checkPackageModelNames()
+{
+    for (auto const& [line, name] : _packageModelUses) {
+        auto const& models = _packages.models();
+        bool const here = std::any_of(models.begin(), models.end(), [&](auto const& m) { return m.first == name; });
+        if (name.empty())
+            addError(_findings, line, "[Package Model] names no package model");
+        else if (!here && !(_beside && _beside(name)))
+            addError(_findings, line,
+                     "[Package Model] " + visible(name) +
+                         " is defined neither in the file nor in a package model file (.pkg) beside it");
+    }
+}
+
 std::vector<Finding> DesignCheck::finish(int lines)
 {
     _reader.finish();
+    _packages.finish(lines, _findings);
     int const lastLine = std::max(1, lines);
     if (_firstKey != "ibis ver")
         addError(_findings, _firstKeyLine == 0 ? 1 : _firstKeyLine, "the first keyword is not [IBIS Ver]");
@@ -338,6 +387,16 @@ std::vector<Finding> DesignCheck::finish(int lines)
         char const* shown;
     } const needed[] = {{"file name", "[File Name]"},       {"file rev", "[File Rev]"}, {"component", "[Component]"},
                         {"manufacturer", "[Manufacturer]"}, {"package", "[Package]"},   {"pin", "[Pin]"}};
+    if (_kind == Kind::PackageFile) {
+        for (Needed const& n : needed)
+            if (n.keyword == std::string("file name") || n.keyword == std::string("file rev"))
+                if (_first.count(n.keyword) == 0)
+                    addError(_findings, lastLine, std::string("no ") + n.shown + " keyword");
+        if (_packages.models().empty())
+            addError(_findings, lastLine, "no [Define Package Model] keyword");
+        sortByLine(_findings);
+        return std::move(_findings);
+    }
     for (Needed const& n : needed)
         if (_first.count(n.keyword) == 0)
             addError(_findings, lastLine, std::string("no ") + n.shown + " keyword");
@@ -347,6 +406,7 @@ std::vector<Finding> DesignCheck::finish(int lines)
                 addError(_findings, _first["package"], std::string("[Package] has no ") + value + " line");
     checkPins();
     checkSelectors();
+    checkPackageModelNames();
     sortByLine(_findings);
     return std::move(_findings);
 }
@@ -355,8 +415,26 @@ std::vector<Finding> DesignCheck::finish(int lines)
 
 std::vector<Finding> checkDesignFile(std::istream& in, std::string const& fileName)
 {
-    DesignCheck check(fileName);
+    return checkDesignFile(in, fileName, nullptr);
+}
+
+std::vector<Finding> checkDesignFile(std::istream& in, std::string const& fileName,
+                                     PackageModelLookup const& beside)
+{
+    DesignCheck check(fileName, DesignCheck::Kind::Design, beside);
     return checkLines(in, check);
+}
+
+std::vector<Finding> checkPackageFile(std::istream& in, std::string const& fileName)
+{
+    DesignCheck check(fileName, DesignCheck::Kind::PackageFile, nullptr);
+    return checkLines(in, check);
+}
+
+std::vector<Finding> checkPackageFile(std::string const& text, std::string const& fileName)
+{
+    std::istringstream in(text);
+    return checkPackageFile(in, fileName);
 }
 
 std::vector<Finding> checkDesignFile(std::string const& text, std::string const& fileName)

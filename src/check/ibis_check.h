@@ -5,6 +5,7 @@
 // what the generator's readers rely on in a master IBIS file. It reads text
 // and returns findings; printing them is the caller's business.
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -24,6 +25,20 @@ struct Finding {
 // stream that fails ends the reading (in.bad() tells).
 std::vector<Finding> checkDesignFile(std::istream& in, std::string const& fileName);
 std::vector<Finding> checkDesignFile(std::string const& text, std::string const& fileName);
+
+// Tells whether a package model of this name is defined outside the file
+// being checked (in a package model file beside it).
+using PackageModelLookup = std::function<bool(std::string const& name)>;
+
+// The same, where a [Package Model] name that the file does not define
+// itself is looked up with `beside` (without it, such a name is a finding).
+std::vector<Finding> checkDesignFile(std::istream& in, std::string const& fileName,
+                                     PackageModelLookup const& beside);
+
+// Checks a package model file (.pkg): the IBIS file header, the
+// [Define Package Model] blocks, [End].
+std::vector<Finding> checkPackageFile(std::istream& in, std::string const& fileName);
+std::vector<Finding> checkPackageFile(std::string const& text, std::string const& fileName);
 
 // Checks a master IBIS file, read line by line, for what the generator
 // makes of it. With a family word ("KVA3") or a part type

@@ -342,6 +342,7 @@ void MasterCheck::feed(ibis::Line const& line)
     }
 
     bool const inModel = _reader.feed(line, _comment.current(), keyword ? &key : nullptr);
+    _packages.feed(line, _comment.current());
     bool const content = inModel && !ibis::isBlankOrComment(line.text, _comment.current());
     blockLine(line, content);
     if (!_awaiting.empty())
@@ -378,6 +379,7 @@ void MasterCheck::finishBlocks(int lines)
 {
     _number = lines;
     _reader.finish();
+    _packages.finish(lines, _findings);
     if (_block)
         closeBlock(0, "");
     settle();

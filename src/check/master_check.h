@@ -12,6 +12,7 @@
 
 #include "check/check_text.h"
 #include "check/model_rules.h"
+#include "check/package_rules.h"
 #include "ibis/ibis_syntax.h"
 #include "ibis/line_source.h"
 #include "ibis/model_reader.h"
@@ -144,6 +145,9 @@ private:
     // The model list under [Pin].
     enum class PinList { Before, In, Done } _pinList = PinList::Before;
     std::map<std::string, int> _listed;
+
+    // Package models behind the models.
+    PackageRules _packages;
 
     // Model blocks.
     ibis::ModelReader _reader;

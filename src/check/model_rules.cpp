@@ -671,7 +671,11 @@ void ModelRules::checkPresence()
     if (_type == nullptr)
         return;
     std::string const of = "[Model] " + _model.name + " of type " + _type->name;
-    if ((_flags & Series) == 0) {
+    // A model described by [External Model] has its die capacitance, its
+    // I-V curves and its edges in the external circuit: it needs neither
+    // C_comp nor [Ramp] nor I-V tables.
+    bool const external = has("external model");
+    if ((_flags & Series) == 0 && !external) {
         bool comp = false;
         for (char const* name : {"c_comp", "c_comp_pullup", "c_comp_pulldown", "c_comp_power_clamp", "c_comp_gnd_clamp"})
             comp = comp || _subLines.has(name);
@@ -679,11 +683,11 @@ void ModelRules::checkPresence()
             error(_model.line, of + " has no C_comp, nor any C_comp_pullup, C_comp_pulldown, C_comp_power_clamp "
                                     "or C_comp_gnd_clamp");
     }
-    if ((_flags & Drives) != 0 && (_flags & Diff) == 0 && !has("ramp"))
+    if ((_flags & Drives) != 0 && (_flags & Diff) == 0 && !external && !has("ramp"))
         error(_model.line, of + " has no [Ramp]");
-    if ((_flags & NeedsPulldown) != 0 && !has("pulldown"))
+    if ((_flags & NeedsPulldown) != 0 && !external && !has("pulldown"))
         warning(_model.line, of + " has no [Pulldown]");
-    if ((_flags & NeedsPullup) != 0 && !has("pullup"))
+    if ((_flags & NeedsPullup) != 0 && !external && !has("pullup"))
         warning(_model.line, of + " has no [Pullup]");
     if ((_flags & Switch) != 0) {
         if (!has("on"))
@@ -754,8 +758,8 @@ bool isSeriesType(std::string const& type)
 
 double ibisVersion(std::string const& value)
 {
-    static char const* const versions[] = {"1.1", "2.1", "3.2", "4.0", "4.1", "4.2", "5.0",
-                                           "5.1", "6.0", "6.1", "7.0", "7.1", "7.2"};
+    static char const* const versions[] = {"1.0", "1.1", "2.0", "2.1", "3.0", "3.2", "4.0", "4.1",
+                                           "4.2", "5.0", "5.1", "6.0", "6.1", "7.0", "7.1", "7.2"};
     for (char const* version : versions)
         if (value == version)
             return ibis::parseNumber(value).value;

@@ -61,6 +61,9 @@ TEST(Check, DesignFileRules)
         {{}, {}},
         {{{"[IBIS Ver]      5.0\n", ""}}, {"f:1: error: the first keyword is not [IBIS Ver]"}},
         {{{"5.0\n", "5.5\n"}}, {"f:1: error: [IBIS Ver] \"5.5\" is not an IBIS version"}},
+        {{{"5.0\n", "3.1\n"}}, {"f:1: error: [IBIS Ver] \"3.1\" is not an IBIS version"}},
+        // Files of 1997 say 3.0, the version of that year.
+        {{{"5.0\n", "3.0\n"}}, {}},
         {{{"[End]\n", "[End]\n[Notes] late\n"}}, {"f:25: error: the last keyword is not [End]"}},
         {{{"[End]\n", "[End]\nlate\n| fine\nlater\n"}}, {"f:25: warning: text behind [End]; parsers read nothing there"}},
         {{{"board.ibs", "Board.ibs"}},

@@ -76,6 +76,24 @@ S rows(int count, char const* format)
     return text;
 }
 
+// An output described by [External Model] carries its die capacitance and
+// its edges in the external circuit: no C_comp and no [Ramp] is needed, as
+// independent parsers read it; without [External Model] both are.
+TEST(ModelRules, ExternalModelNeedsNoRampNorCComp)
+{
+    S const external = "[Model] io_a\nModel_type Output\n[Voltage Range] 3.3 3.0 3.6\n"
+                       "[External Model]\nLanguage SPICE\nCorner Typ out.sp out_typ\n"
+                       "Ports A_signal my_drive\n[End External Model]\n";
+    EXPECT_EQ(findings(frame + external + end), Lines{});
+    S const native = "[Model] io_a\nModel_type Output\n[Voltage Range] 3.3 3.0 3.6\n";
+    EXPECT_EQ(findings(frame + native + end),
+              (Lines{"f:12: error: [Model] io_a of type Output has no C_comp, nor any C_comp_pullup, "
+                     "C_comp_pulldown, C_comp_power_clamp or C_comp_gnd_clamp",
+                     "f:12: error: [Model] io_a of type Output has no [Ramp]",
+                     "f:12: warning: [Model] io_a of type Output has no [Pulldown]",
+                     "f:12: warning: [Model] io_a of type Output has no [Pullup]"}));
+}
+
 TEST(ModelRules, EachRuleAtItsLine)
 {
     struct Case {
