@@ -55,7 +55,7 @@ void guardOutputs(RunOptions const& options, IBS_GEN& generator, std::vector<Ibs
 {
     std::vector<safety::RunFile> written;
     for (IbsAmiFile const& file : outputs)
-        written.push_back({"the SerDes set's file", file.target});
+        written.push_back({"the SerDes set's file", shownPath(file.target)});
     safety::Overwrite const overwrite = safety::findOverwrite(amiInputs(options, generator), written);
     if (!overwrite.found)
         return;

@@ -295,3 +295,75 @@ TEST(DefaultMode, TheSerDesSetHoldsTheTemplatesItsIbisFileNames)
 }
 
 } // namespace
+
+namespace {
+
+// The demo's SerDes set in lib/ below a fresh directory, with one file
+// edited.
+struct SerDesWork {
+    ts::TempDir dir;
+    S const lib = dir.file("lib/");
+
+    SerDesWork(S const& file, S const& from, S const& to)
+    {
+        for (char const* name : {"kva4serdes.ibs", "kva4RX_parameters.ami", "kva4TX_parameters.ami", "CVN_kva4rx_ami.so",
+                              "CVN_kva4tx_ami.so", "channels.txt", "demo_serdes.udb"}) {
+            S text = ts::readFile(ts::sourcePath("examples/serdes/" + S(name)));
+            if (name == file) {
+                EXPECT_NE(text.find(from), S::npos) << from;
+                text.replace(text.find(from), from.size(), to);
+            }
+            ts::writeFile(lib + name, text);
+        }
+    }
+    ts::RunResult run(std::vector<S> const& options = {}, S const& master = "lib/kva4serdes.ibs") const
+    {
+        std::vector<S> args = options;
+        for (S const& arg : {S("--ami"), S("--channels"), S("lib/channels.txt"), S("lib/demo_serdes.udb"), master})
+            args.push_back(arg);
+        return ts::runProgram(args, dir.path());
+    }
+};
+
+TEST(DefaultMode, TheSerDesFlowRefusesWhatTheParameterFileWriterWouldLose)
+{
+    struct Case {
+        S file, from, to, err;
+    } const cases[] = {
+        {"kva4RX_parameters.ami", "(Format Value 4) (Description", "(Format Value 4)(Description",
+         "lib/kva4RX_parameters.ami:13: error: no blank stands behind the value's \")\": the parameter file writer "
+         "would lose \"(Description\" with the old value\n"},
+        {"channels.txt", "Rx_Ctle_Gain    0d12", "Rx_Ctle_Gain    0d1234567890123456",
+         "lib/channels.txt:12: error: the value of Rx_Ctle_Gain has 16 characters behind its prefix; a parameter "
+         "file takes 15, so it would be cut to 123456789012345\n"},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.file);
+        SerDesWork const work(c.file, c.from, c.to);
+        ts::RunResult const r = work.run();
+        EXPECT_EQ(r.exitCode, 1);
+        EXPECT_EQ(r.err, c.err + "pad2ibis: error: the parameter files cannot be written as the inputs stand; "
+                                 "nothing was written\n");
+        EXPECT_FALSE(ts::fileExists(work.dir.file("ibis_ami")));
+    }
+}
+
+TEST(BothModes, TheSerDesSetIsNeverWrittenOverItsSources)
+{
+    // The set of an earlier run taken for the sources of this one.
+    SerDesWork const work("channels.txt", "", "");
+    for (char const* name : {"kva4serdes.ibs", "kva4RX_parameters.ami", "kva4TX_parameters.ami", "CVN_kva4rx_ami.so",
+                          "CVN_kva4tx_ami.so"})
+        ts::writeFile(work.dir.file("ibis_ami/" + S(name)), ts::readFile(work.lib + name));
+    Files const before = ts::filesBelow(work.dir.path());
+    for (bool legacy : {false, true}) {
+        ts::RunResult const r = work.run(legacy ? std::vector<S>{"--legacy"} : std::vector<S>{}, "ibis_ami/kva4serdes.ibs");
+        EXPECT_EQ(r.exitCode, 2);
+        EXPECT_EQ(r.err, S(legacy ? "pad2ibis: " : "pad2ibis: error: ") +
+                             "the SerDes set's file ibis_ami/kva4serdes.ibs would be written over the SerDes master "
+                             "file ibis_ami/kva4serdes.ibs; nothing was written\n");
+        EXPECT_EQ(ts::filesBelow(work.dir.path()), before);
+    }
+}
+
+} // namespace
