@@ -31,8 +31,6 @@ std::string keywordArgument(std::string_view line);
 std::string visible(std::string_view text);
 std::string shown(std::string_view text);
 
-// Findings in line order; those of one line keep the order they came in.
-void sortByLine(std::vector<Finding>& findings);
 
 // Feeds each line of the stream to check, then ends it with the number of
 // lines read: for a check with feed(line) and finish(lines).

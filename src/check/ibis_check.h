@@ -68,6 +68,9 @@ struct AmiTemplate {
 // the channels file's.
 std::vector<Finding> checkChannelsFile(std::string const& text, std::vector<AmiTemplate> const& templates);
 
+// Findings in line order; those of one line keep the order they came in.
+void sortByLine(std::vector<Finding>& findings);
+
 // "FILE:LINE: error: TEXT" or "FILE:LINE: warning: TEXT".
 std::string formatFinding(std::string const& file, Finding const& finding);
 

@@ -49,6 +49,18 @@ std::vector<IbsAmiFile> templateCopies(IBS_GEN const& generator)
              directory + "/" + baseName(generator._amiTxParameterFile), nullptr}};
 }
 
+// Says an error in the words of the mode: through the console in the default
+// mode, as the legacy host says its own otherwise.
+void sayError(Console const* console, std::string const& text)
+{
+    if (console != nullptr) {
+        console->error(text);
+        return;
+    }
+    std::fflush(stdout);
+    std::fprintf(stderr, "pad2ibis: %s\n", text.c_str());
+}
+
 // Ends the run when an output would be written over an input.
 void guardOutputs(RunOptions const& options, IBS_GEN& generator, std::vector<IbsAmiFile> const& outputs,
                   Console const* console)
@@ -59,13 +71,7 @@ void guardOutputs(RunOptions const& options, IBS_GEN& generator, std::vector<Ibs
     safety::Overwrite const overwrite = safety::findOverwrite(amiInputs(options, generator), written);
     if (!overwrite.found)
         return;
-    std::string const text = safety::describe(overwrite) + "; nothing was written";
-    if (console != nullptr) {
-        console->error(text);
-    } else {
-        std::fflush(stdout);
-        std::fprintf(stderr, "pad2ibis: %s\n", text.c_str());
-    }
+    sayError(console, safety::describe(overwrite) + "; nothing was written");
     ibsExit(2);
 }
 
@@ -79,13 +85,7 @@ void refuseHazards(std::vector<safety::RunFile> const& inputs, Console const* co
                                                         : safety::waitHazard(input.path);
         if (hazard.empty())
             continue;
-        std::string const text = input.what + " " + input.path + " " + hazard;
-        if (console != nullptr) {
-            console->error(text);
-        } else {
-            std::fflush(stdout);
-            std::fprintf(stderr, "pad2ibis: %s\n", text.c_str());
-        }
+        sayError(console, input.what + " " + input.path + " " + hazard);
         ibsExit(1);
     }
 }

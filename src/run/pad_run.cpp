@@ -275,8 +275,7 @@ void PadRun::checkMaster()
     std::vector<ibischeck::Finding> findings = scan.findings;
     std::vector<ibischeck::Finding> const package = safety::packageFindings(scan, _generator->_packageName);
     findings.insert(findings.end(), package.begin(), package.end());
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](ibischeck::Finding const& a, ibischeck::Finding const& b) { return a.line < b.line; });
+    ibischeck::sortByLine(findings);
     if (_console.findings(_options.secondPath, findings) > 0) {
         _console.error("the master file " + _options.secondPath +
                        " cannot be read as it stands; nothing was written");

@@ -132,8 +132,7 @@ std::vector<Finding> scanChannels(std::string const& text, std::vector<ChannelLi
                                         std::to_string(kValueLimit) + ", so it would be cut to " + read.text});
         }
     }
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+    ibischeck::sortByLine(findings);
     return findings;
 }
 

@@ -291,8 +291,7 @@ std::vector<Finding> Scan::finish(int lines)
         _findings.push_back({_pinHeading, Severity::Error,
                              "the [Pin] list is not closed by a line beginning with \"|\": its reader would take "
                              "every line behind it, to the end of the file, for a model"});
-    std::stable_sort(_findings.begin(), _findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+    ibischeck::sortByLine(_findings);
     return std::move(_findings);
 }
 

@@ -106,8 +106,7 @@ PadScan scanPadReport(std::string const& path)
         scan.findings.push_back({last, Severity::Warning,
                                  "the last line has no line end, and the pad report reader never takes such a "
                                  "line: it is left out"});
-    std::stable_sort(scan.findings.begin(), scan.findings.end(),
-                     [](Finding const& a, Finding const& b) { return a.line < b.line; });
+    ibischeck::sortByLine(scan.findings);
     return scan;
 }
 
