@@ -12,6 +12,7 @@
 
 #include "check/ibis_check.h"
 #include "ibis/line_source.h"
+#include "master/naming_headings.h"
 
 namespace ibischeck {
 
@@ -50,7 +51,7 @@ std::vector<Finding> checkLines(std::istream& in, Check& check)
 void addError(std::vector<Finding>& findings, int line, std::string text);
 void addWarning(std::vector<Finding>& findings, int line, std::string text);
 
-struct NamingTable;
+
 class CompletionProbe;
 
 // The naming tables at the top of a master file, fed line by line: each
@@ -85,16 +86,16 @@ private:
     int _end = 0;        // the line where the section ends, 0 while unknown
     int _completeAt = 0; // heading of the table that completed the family's set
     // The table being read.
-    NamingTable const* _table = nullptr;
+    IbsNamingTable const* _table = nullptr;
     int _heading = 0;
     bool _inBody = false;
-    NamingTable const* _inRows = nullptr;
+    IbsNamingTable const* _inRows = nullptr;
     int _inRowsAt = 0;
     // A closed table whose body held a heading: the first line behind its
     // closing comment lines tells whether it was really closed.
-    NamingTable const* _pending = nullptr;
+    IbsNamingTable const* _pending = nullptr;
     int _pendingHeading = 0;
-    NamingTable const* _pendingRows = nullptr;
+    IbsNamingTable const* _pendingRows = nullptr;
     int _pendingRowsAt = 0;
 };
 

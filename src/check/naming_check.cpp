@@ -8,54 +8,17 @@
 
 #include "check/check_text.h"
 #include "driver/basibsgen.h"
+#include "master/naming_headings.h"
 #include "variant/basib_vargon.h"
 
 namespace ibischeck {
 
-struct NamingTable {
-    char const* name;
-    std::vector<int> positions; // model key positions the table codes
-};
-
 namespace {
 
-// In the order the reader tries the headings; the first match decides.
-NamingTable const kTables[] = {
-    {"STANDARD", {0, 3}},
-    {"SLEW", {6}},
-    {"PULLMODE", {10}},
-    {"IMPEDANCE", {11}},
-    {"MIPI HARD DPHY MODE", {12}},
-    {"TERMVCC", {12}},
-    {"TERMGND", {13}},
-    {"TERMVTT", {14}},
-    {"VCMT", {15}},
-    {"DIFFERENTIAL RESISTOR", {16}},
-    {"DIFFERENTIAL CURRENT", {17}},
-    {"TERMINATION", {12}},
-    {"MULTI DRIVE", {15}},
-    {"DIFF DRIVE", {17}},
-};
-
-// The table a line opens, or null. Lines with "=" are never headings.
-NamingTable const* headingOf(std::string const& line)
+// The table a line opens, or null: as the naming section reader knows it.
+IbsNamingTable const* headingOf(std::string const& line)
 {
-    if (line.find('=') != std::string::npos)
-        return nullptr;
-    std::string const text = upperCase(trimmed(line));
-    if (text.find("STANDARD") != std::string::npos) {
-        std::string::size_type const end = text.find_first_of(" (");
-        return text.substr(0, end) == "STANDARD" ? &kTables[0] : nullptr;
-    }
-    for (NamingTable const& table : kTables) {
-        char const* other = std::strcmp(table.name, "IMPEDANCE") == 0 ? "IMPEDENCE"
-                            : std::strcmp(table.name, "DIFFERENTIAL CURRENT") == 0
-                                ? "DIFFERENTIAL DRIVE CURRENT"
-                                : table.name;
-        if (text.find(table.name) != std::string::npos || text.find(other) != std::string::npos)
-            return &table;
-    }
-    return nullptr;
+    return ibsNamingScanSkips(line.c_str()) ? nullptr : ibsNamingTableOf(line.c_str());
 }
 
 bool opensWithBar(std::string_view line)
@@ -95,10 +58,10 @@ namespace {
 std::string tablesFor(int position)
 {
     std::string names;
-    for (NamingTable const& table : kTables)
+    for (IbsNamingTable const& table : ibsNamingTables())
         for (int p : table.positions)
-            if (p == position && names.find(table.name) == std::string::npos)
-                names += std::string(names.empty() ? "" : " or ") + table.name;
+            if (p == position && names.find(table.heading) == std::string::npos)
+                names += std::string(names.empty() ? "" : " or ") + table.heading;
     return names;
 }
 
@@ -138,8 +101,8 @@ void NamingSection::feed(std::string_view text, int number)
         // The first line behind the closing comment lines.
         if (inSection(number) && !tokenAt(line, 0).empty() && headingOf(line) == nullptr)
             addError(_findings, _pendingHeading,
-                     std::string("naming table ") + _pending->name + " is not closed by a \"|\" line before the heading " +
-                         _pendingRows->name + " at line " + std::to_string(_pendingRowsAt) +
+                     std::string("naming table ") + _pending->heading + " is not closed by a \"|\" line before the heading " +
+                         _pendingRows->heading + " at line " + std::to_string(_pendingRowsAt) +
                          "; the reader takes that table in as rows");
         _pending = nullptr;
     }
@@ -148,20 +111,20 @@ void NamingSection::feed(std::string_view text, int number)
             return;
         _inBody = true;
         if (!bar) {
-            if (NamingTable const* next = headingOf(line)) {
+            if (IbsNamingTable const* next = headingOf(line)) {
                 _inRows = next;
                 _inRowsAt = number;
             }
             return;
         }
-        bool const bodyFirst = std::strcmp(_table->name, "TERMINATION") == 0;
+        bool const bodyFirst = _table->rowsFirst;
         if (bodyFirst && number == _heading + 1)
             addError(_findings, _heading,
-                     std::string("naming table ") + _table->name +
+                     std::string("naming table ") + _table->heading +
                          " has a comment line ahead of its rows; its reader ends there");
         if (!inSection(number))
             addError(_findings, _heading,
-                     std::string("naming table ") + _table->name +
+                     std::string("naming table ") + _table->heading +
                          " is not closed by a \"|\" line ahead of line " + std::to_string(_end) +
                          ", where the naming section ends; the reader takes what follows as rows");
         if (_inRows != nullptr) {
@@ -175,22 +138,24 @@ void NamingSection::feed(std::string_view text, int number)
     }
     if (!inSection(number))
         return;
-    NamingTable const* table = headingOf(line);
+    IbsNamingTable const* table = headingOf(line);
     if (table == nullptr)
         return;
     if (_completeAt != 0)
         addWarning(_findings, number,
-                   std::string("naming table ") + table->name + " stands behind line " + std::to_string(_completeAt) +
+                   std::string("naming table ") + table->heading + " stands behind line " + std::to_string(_completeAt) +
                        ", where the tables for " + _family + " are complete; the generator never reads it");
     _table = table;
     _heading = number;
-    _inBody = std::strcmp(table->name, "TERMINATION") == 0;
+    _inBody = table->rowsFirst;
     _inRows = nullptr;
 }
 
 void NamingSection::closeTable()
 {
-    _read.insert(_table->positions.begin(), _table->positions.end());
+    for (int position : _table->positions)
+        if (position >= 0)
+            _read.insert(position);
     if (!_family.empty() && _completeAt == 0 && _probe->complete(_read))
         _completeAt = _heading;
     _table = nullptr;
@@ -200,7 +165,7 @@ void NamingSection::finish(int lines, std::vector<Finding>& findings)
 {
     if (_table != nullptr) {
         addError(_findings, _heading,
-                 std::string("naming table ") + _table->name +
+                 std::string("naming table ") + _table->heading +
                      " is never closed by a \"|\" line; its reader runs to the end of the file");
         closeTable();
     }

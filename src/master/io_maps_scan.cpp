@@ -7,6 +7,7 @@
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "host/ut_string.h"
+#include "master/naming_headings.h"
 
 bool IBIS_MODEL::loadDevIoMaps()
 {
@@ -20,7 +21,7 @@ bool IBIS_MODEL::loadDevIoMaps()
     char line[IBS_LINE_SIZE];
     while (!ibsStreamDone(_masterStream)) {
         ibsReadLine(_masterStream, line, IBS_LINE_SIZE);
-        if (std::strchr(line, '=') != nullptr)
+        if (ibsNamingScanSkips(line))
             continue;
         if (loadDevIoMaps(line) && hasDoneLoadingIoMaps()) {
             complete = true;
@@ -36,50 +37,10 @@ bool IBIS_MODEL::loadDevIoMaps(char* line)
 {
     ut_strtrim(line);
     ut_strupr(line);
-
-    // The headings are found by substring, so the order of the tests
-    // matters: "DIFFERENTIAL DRIVE CURRENT" must reach the current table
-    // before "DIFF DRIVE" is tried.
-    if (std::strstr(line, "STANDARD") != nullptr) {
-        // Only a line that starts with the word is a heading.
-        char copy[IBS_LINE_SIZE];
-        char word[IBS_LINE_SIZE];
-        std::strcpy(copy, line);
-        ut_strgettoken(copy, word, " (", 0);
-        if (std::strcmp(line, "STANDARD") != 0 && std::strcmp(word, "STANDARD") != 0)
-            return false;
-        loadIotypeMap();
-        return true;
-    }
-    auto holds = [line](char const* heading) { return std::strstr(line, heading) != nullptr; };
-    if (holds("SLEW"))
-        loadSlewMap();
-    else if (holds("PULLMODE"))
-        loadPullmodeMap();
-    else if (holds("IMPEDENCE") || holds("IMPEDANCE"))
-        loadImpedanceMap();
-    else if (holds("MIPI HARD DPHY MODE"))
-        loadMipiDphyIoMap();
-    else if (holds("TERMVCC"))
-        loadTermVccMap();
-    else if (holds("TERMGND"))
-        loadTermGndMap();
-    else if (holds("TERMVTT"))
-        loadTermVttMap();
-    else if (holds("VCMT"))
-        loadVcmtMap();
-    else if (holds("DIFFERENTIAL RESISTOR"))
-        loadDiffResistorMap();
-    else if (holds("DIFFERENTIAL CURRENT") || holds("DIFFERENTIAL DRIVE CURRENT"))
-        loadDiffCurrentMap();
-    else if (holds("TERMINATION"))
-        loadTerminationMap();
-    else if (holds("MULTI DRIVE"))
-        loadMultiDriveMap();
-    else if (holds("DIFF DRIVE"))
-        loadDiffDriveMap();
-    else
+    IbsNamingTable const* table = ibsNamingTableOf(line);
+    if (table == nullptr)
         return false;
+    (this->*table->load)();
     return true;
 }
 

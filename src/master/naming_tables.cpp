@@ -8,6 +8,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "master/naming_headings.h"
 
 std::map<std::string, std::string> IBIS_MODEL::readNamingTable(NamingTableRule rule)
 {
@@ -58,8 +59,7 @@ void IBIS_MODEL::loadIotypeMap()
     if (table.empty())
         ibsFatal(IBS_MSG_1024, {"Io standard"});
     _devIoMaps["IO_TYPE"] = table;
-    _keyFieldPresent[0] = true;
-    _keyFieldPresent[3] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadIotypeMap);
 }
 
 void IBIS_MODEL::loadSlewMap()
@@ -68,7 +68,7 @@ void IBIS_MODEL::loadSlewMap()
     if (table.empty())
         ibsFatal(IBS_MSG_1024, {"Slew"});
     _devIoMaps[_is_ncd_flow ? "SLEWRATE" : "SLEW"] = table;
-    _keyFieldPresent[6] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadSlewMap);
 }
 
 void IBIS_MODEL::loadPullmodeMap()
@@ -77,7 +77,7 @@ void IBIS_MODEL::loadPullmodeMap()
     if (table.empty())
         ibsFatal(IBS_MSG_1024, {"pullmode"});
     _devIoMaps[_is_ncd_flow ? "PULLMODE" : "PULL"] = table;
-    _keyFieldPresent[10] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadPullmodeMap);
 }
 
 // The tables below may be empty: an empty table still counts as read.
@@ -85,66 +85,66 @@ void IBIS_MODEL::loadPullmodeMap()
 void IBIS_MODEL::loadImpedanceMap()
 {
     _devIoMaps["IMP"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[11] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadImpedanceMap);
 }
 
 void IBIS_MODEL::loadMipiDphyIoMap()
 {
     _devIoMaps["MIPI"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[12] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadMipiDphyIoMap);
 }
 
 void IBIS_MODEL::loadTermVccMap()
 {
     _devIoMaps["TERMVCC"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[12] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadTermVccMap);
 }
 
 void IBIS_MODEL::loadTermGndMap()
 {
     _devIoMaps["TERMGND"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[13] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadTermGndMap);
 }
 
 void IBIS_MODEL::loadTermVttMap()
 {
     _devIoMaps["TERMVTT"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[14] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadTermVttMap);
 }
 
 void IBIS_MODEL::loadVcmtMap()
 {
     _devIoMaps["VCMT"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[15] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadVcmtMap);
 }
 
 void IBIS_MODEL::loadDiffResistorMap()
 {
     _devIoMaps["DIFFRES"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[16] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadDiffResistorMap);
 }
 
 void IBIS_MODEL::loadDiffCurrentMap()
 {
     _devIoMaps["DIFFCUR"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[17] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadDiffCurrentMap);
 }
 
 // The termination table's heading is followed directly by its rows.
 void IBIS_MODEL::loadTerminationMap()
 {
     _devIoMaps["TERMINATION"] = readNamingTable(NAMING_NO_LEAD_SKIP);
-    _keyFieldPresent[12] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadTerminationMap);
 }
 
 void IBIS_MODEL::loadMultiDriveMap()
 {
     _devIoMaps["MULTDRIVE"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[15] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadMultiDriveMap);
 }
 
 void IBIS_MODEL::loadDiffDriveMap()
 {
     _devIoMaps["DIFFDRIVE"] = readNamingTable(NAMING_PLAIN);
-    _keyFieldPresent[17] = true;
+    ibsFlagNamingTable(*this, &IBIS_MODEL::loadDiffDriveMap);
 }
