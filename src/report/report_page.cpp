@@ -25,6 +25,12 @@ namespace {
 // A model's heading names this many of its signals.
 constexpr int kUsersListed = 12;
 
+// The signal table scrolls with the page, its headings at the top of the
+// window. Side by side its columns need a window of some 1140 px (three
+// model names of 20 characters, the settings broken behind each ";", names
+// not broken); in a narrower one each row stands as a block of label and
+// value pairs, the labels being the column headings that html() appends,
+// empty values left out.
 char const kStyle[] = R"(body{font:14px/1.45 system-ui,sans-serif;color:#222;margin:24px auto;max-width:1120px;padding:0 16px}
 h1{font-size:22px;margin:0 0 12px}h2{font-size:18px;border-bottom:1px solid #ccc;padding-bottom:4px;margin-top:32px}
 h3{font-size:15px;margin:0;font-family:ui-monospace,monospace}
@@ -43,12 +49,21 @@ ul.legend li{display:flex;align-items:center;gap:5px}
 .pin{stroke:#222;stroke-width:.8}.ball{fill:#e6e6e6}
 .pair{stroke:#333;stroke-width:3;stroke-linecap:round}
 .pinmap text{font-size:10px;fill:#666}
-.scroll{overflow:auto;max-height:640px;border:1px solid #ddd}
 table{border-collapse:collapse;font-size:12px}
 th,td{border:1px solid #ddd;padding:2px 6px;text-align:left;vertical-align:top}
 thead th{background:#f2f2f2;position:sticky;top:0}
+.signals th,.signals td{padding:2px 4px}
 .signals td{font-family:ui-monospace,monospace}
-tr.o-missing td{background:#fbe3d6}tr.o-fallback td{background:#fcefd2}tr.o-substituted td{background:#f6e2ee}
+.signals td::before{display:none}
+tr.o-missing,tr.o-missing td{background:#fbe3d6}tr.o-fallback,tr.o-fallback td{background:#fcefd2}
+tr.o-substituted,tr.o-substituted td{background:#f6e2ee}
+@media (max-width:1140px){
+.signals,.signals tbody{display:block}.signals thead,.signals td:empty{display:none}
+.signals tr{display:grid;grid-template-columns:repeat(auto-fill,minmax(21em,1fr));margin-bottom:6px;border:1px solid #ddd}
+.signals td{border:0;padding:1px 4px 1px 9.5em;text-indent:-9em;overflow-wrap:anywhere}
+.signals td::before{display:inline-block;width:9em;text-indent:0;font-family:system-ui,sans-serif;color:#555}
+.signals td:first-child{grid-column:1/-1;font-weight:600}
+}
 .model{margin:18px 0;padding-top:10px;border-top:1px solid #e4e4e4}
 .facts,.served{margin:2px 0;color:#444;font-size:13px}
 .charts{display:flex;flex-wrap:wrap;gap:6px 12px;align-items:flex-start;margin-top:6px}
@@ -162,6 +177,15 @@ std::string ResolutionReport::html() const
     appendEscaped(out, _padFile);
     out += "</title>\n<style>\n";
     out += kStyle;
+    // In a narrow window a row of the signal table stands as a block of
+    // pairs, each value behind its column's heading (plain words, which
+    // need no escaping in a CSS string).
+    std::vector<std::string> const& columns = signalColumns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        out += ".signals td:nth-child(";
+        appendInt(out, static_cast<long>(i + 1));
+        out += ")::before{content:\"" + columns[i] + "\"}\n";
+    }
     out += "</style>\n</head>\n<body>\n<h1>Which model each signal got: ";
     appendEscaped(out, _padFile);
     out += "</h1>\n";
@@ -190,13 +214,12 @@ std::string ResolutionReport::html() const
     out += "\n</section>\n";
 
     // Signals: the CSV's table.
-    std::vector<std::string> const& columns = signalColumns();
     std::size_t modelColumn = columns.size();
     for (std::size_t i = 0; i < columns.size(); ++i)
         if (columns[i] == "model")
             modelColumn = i;
     out += "<section id=\"signals\">\n<h2>Signals</h2>\n<p>Missing and fallback rows first, then "
-           "the others in pad report order.</p>\n<div class=\"scroll\"><table class=\"signals\">"
+           "the others in pad report order.</p>\n<table class=\"signals\">"
            "<thead><tr>";
     for (std::string const& column : columns) {
         out += "<th>";
@@ -232,7 +255,7 @@ std::string ResolutionReport::html() const
         }
         out += "</tr>\n";
     }
-    out += "</tbody></table></div>\n</section>\n";
+    out += "</tbody></table>\n</section>\n";
 
     // Models, with their curves read back from the design file, one block
     // at a time.

@@ -46,13 +46,15 @@ S findBrowser()
     return found.substr(0, found.find('\n'));
 }
 
-// The document as headless Chromium renders it from the file.
-S renderedDom(S const& browser, S const& page)
+// The document as headless Chromium renders it from the file, in a window
+// of the size given ("1400,900") or of the browser's own size.
+S renderedDom(S const& browser, S const& page, S const& window = "")
 {
     ts::TempDir profile;
     return shell("timeout 120 '" + browser +
                  "' --headless --no-sandbox --disable-gpu --disable-quic --no-first-run "
-                 "--disable-background-networking --disable-component-update --disable-sync "
+                 "--disable-background-networking --disable-component-update --disable-sync " +
+                 (window.empty() ? S() : "--window-size=" + window + " ") +
                  "--user-data-dir=" + profile.path() + " --dump-dom 'file://" + page + "' 2>/dev/null");
 }
 
@@ -287,6 +289,101 @@ TEST(ReportPage, InHeadlessChromium)
     ASSERT_NE(hostileDom.find("</html>"), S::npos);
     checkHostilePage(hostileDom);
     EXPECT_NE(hostileDom.find("<td>a\"b'c&amp;d</td>"), S::npos);
+}
+
+// Measures the signal table as the browser lays it out, and writes what it
+// found into the page: the count of values (cells that hold text) it saw,
+// then a line for each fault, by signal and column: the table in a scroll
+// box of its own, a value not shown, a cell outside the window or cut by a
+// box, a value with neither its column's heading nor a label of its own in
+// sight, a page wider than the window.
+char const kLayoutProbe[] = R"(<script>
+(function () {
+  var root = document.documentElement, width = root.clientWidth, faults = [], values = 0;
+  var table = document.querySelector('table.signals'), heads = table.tHead.rows[0].cells;
+  function shown(e) { return e.getClientRects().length > 0; }
+  function clips(e) { var s = getComputedStyle(e); return s.overflowX != 'visible' || s.overflowY != 'visible'; }
+  function outside(inner, outer) {
+    return inner.left < outer.left - 0.5 || inner.right > outer.right + 0.5 ||
+           inner.top < outer.top - 0.5 || inner.bottom > outer.bottom + 0.5;
+  }
+  function inside(e) { // the box within borders and scroll bars
+    var r = e.getBoundingClientRect(), left = r.left + e.clientLeft, top = r.top + e.clientTop;
+    return {left: left, right: left + e.clientWidth, top: top, bottom: top + e.clientHeight};
+  }
+  function inWindow(box) { return box.left >= -0.5 && box.right <= width + 0.5; }
+  for (var e = table; e != document.body; e = e.parentElement)
+    if (clips(e)) faults.push('the table scrolls in ' + e.tagName + '.' + e.className);
+  if (root.scrollWidth > width) faults.push('the page is ' + root.scrollWidth + ' px wide');
+  for (var r = 0; r < table.rows.length; ++r)
+    for (var c = 0; c < table.rows[r].cells.length; ++c) {
+      var cell = table.rows[r].cells[c];
+      var where = (r == 0 ? 'heading' : table.rows[r].cells[0].textContent) + ' ' + heads[c].textContent;
+      var data = cell.tagName == 'TD', value = data && cell.textContent != '';
+      if (!shown(cell)) {
+        if (value) faults.push(where + ': not shown');
+        continue;
+      }
+      values += value;
+      var box = cell.getBoundingClientRect();
+      if (!inWindow(box))
+        faults.push(where + ': outside the window at ' + Math.round(box.left) + '..' + Math.round(box.right));
+      for (var a = cell.parentElement; a != document.body; a = a.parentElement)
+        if (clips(a) && outside(box, inside(a))) faults.push(where + ': cut by ' + a.tagName);
+      var text = document.createRange();
+      text.selectNodeContents(cell);
+      if (cell.scrollWidth > cell.clientWidth || text.getBoundingClientRect().width > 0 &&
+          outside(text.getBoundingClientRect(), box))
+        faults.push(where + ': its text is cut');
+      var headed = shown(heads[c]) && inWindow(heads[c].getBoundingClientRect());
+      if (value && !headed && getComputedStyle(cell, '::before').content != '"' + heads[c].textContent + '"')
+        faults.push(where + ': no label');
+    }
+  var out = document.createElement('pre');
+  out.id = 'layout';
+  out.textContent = 'values ' + values + '\n' + faults.slice(0, 12).join('\n') +
+                    (faults.length > 12 ? '\nand ' + (faults.length - 12) + ' more' : '');
+  document.body.appendChild(out);
+})();
+</script>
+)";
+
+// What the probe above finds on a page in a window of the size given. The
+// page lets no script run; the probe runs in a copy whose policy lets in
+// inline scripts.
+S signalTableLayout(S const& browser, S const& page, S const& window)
+{
+    S probed = ts::readFile(page);
+    S const policy = "style-src 'unsafe-inline'";
+    S::size_type const at = probed.find(policy), end = probed.rfind("</body>");
+    if (at == S::npos || end == S::npos)
+        return "no policy or no body";
+    probed.insert(end, kLayoutProbe);
+    probed.insert(at + policy.size(), "; script-src 'unsafe-inline'");
+    ts::writeFile(page + ".probed.html", probed);
+    S const dom = renderedDom(browser, page + ".probed.html", window);
+    S::size_type const from = dom.find("<pre id=\"layout\">"), to = dom.find("</pre>", from);
+    return from == S::npos || to == S::npos ? "the probe did not run" : dom.substr(from + 17, to - from - 17);
+}
+
+// The signal table scrolls with the page, and every value of it can be read
+// both in a wide window and in a narrow one.
+TEST(ReportPage, SignalTableFitsTheWindow)
+{
+    S const browser = findBrowser();
+    if (browser.empty())
+        GTEST_SKIP() << "no headless Chromium on this machine (chromium-headless-shell or chromium; "
+                        "PAD2IBIS_BROWSER names another): the page was not laid out";
+    ts::TempDir work;
+    S const page = writePage(work, demoFiles(), {"demo.pad", ts::sourcePath("examples/kva3_master.ibs")});
+    S const written = ts::readFile(page);
+    S::size_type const from = written.find("<table class=\"signals\">");
+    ASSERT_NE(from, S::npos);
+    S const table = written.substr(from, written.find("</table>", from) - from);
+    S const values = "values " + std::to_string(count(table, "<td>") - count(table, "<td></td>")) + "\n";
+    EXPECT_EQ(values, "values 304\n"); // 34 rows of 11 cells, 70 of them empty
+    for (S const window : {"1400,900", "700,900"})
+        EXPECT_EQ(signalTableLayout(browser, page, window), values) << "window " << window;
 }
 
 // A master with tables in every form: scale letters and units, "NA" cells,
