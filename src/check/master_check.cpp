@@ -13,33 +13,26 @@
 
 #include "check/model_rules.h"
 #include "ibis/ibis_syntax.h"
+#include "driver/line_reader.h"
+#include "master/master_lines.h"
+#include "writer/copy_lines.h"
 #include "writer/reserved_models.h"
 
 namespace ibischeck {
 
 namespace {
 
-// The naming section reader keeps 254 characters of a line, the writers'
-// passes 255.
-const std::size_t kNamingLineLimit = 254;
-const std::size_t kCopyLineLimit = 255;
+// The longest lines that the naming section reader and the writers' passes
+// take, and how their buffers are called in the findings.
+const std::size_t kNamingLineLimit = IBS_LINE_SIZE - 1;
+const std::size_t kCopyLineLimit = IBS_COPY_LINE_SIZE - 1;
+std::string const kNamingReader =
+    "the naming section reader (" + std::to_string(IBS_LINE_SIZE) + "-byte buffer)";
+std::string const kCopyPasses = "the writers' passes (" + std::to_string(IBS_COPY_LINE_SIZE) + "-byte buffer)";
 
 bool holds(std::string_view line, char const* text)
 {
     return line.find(text) != std::string_view::npos;
-}
-
-// "[Model]" anywhere in the line: what ends the copy of a block.
-bool holdsModel(std::string_view line)
-{
-    char const* p = line.data();
-    char const* const end = p + line.size();
-    while ((p = static_cast<char const*>(std::memchr(p, '[', static_cast<std::size_t>(end - p)))) != nullptr) {
-        if (end - p >= 7 && std::memcmp(p, "[Model]", 7) == 0)
-            return true;
-        ++p;
-    }
-    return false;
 }
 
 bool isBlankText(std::string_view text)
@@ -50,14 +43,6 @@ bool isBlankText(std::string_view text)
     return true;
 }
 
-// The line that ends the copied preamble: "PACKAGE" in the first four
-// places of its text ahead of any comment.
-bool endsPreamble(std::string_view line)
-{
-    std::string const text = upperCase(std::string(line.substr(0, line.find('|'))));
-    std::string::size_type const at = text.find("PACKAGE");
-    return at != std::string::npos && at <= 3;
-}
 
 } // namespace
 
@@ -101,30 +86,25 @@ void MasterCheck::gradeLength(LongLine const& l, bool naming)
     bool const copy = l.counted > kCopyLineLimit;
     if (naming && copy)
         addError(_findings, l.line,
-                 length + "the naming section reader (255-byte buffer) and the writers' passes (256-byte buffer) "
-                          "stop here");
+                 length + kNamingReader + " and " + kCopyPasses + " stop here");
     else if (copy)
-        addError(_findings, l.line, length + "the writers' passes (256-byte buffer) stop here");
+        addError(_findings, l.line, length + kCopyPasses + " stop here");
     else if (naming)
-        addError(_findings, l.line, length + "the naming section reader (255-byte buffer) stops here");
+        addError(_findings, l.line, length + kNamingReader + " stops here");
     else
         addWarning(_findings, l.line,
-                   length + "the naming section reader (255-byte buffer) would stop here if it read this far");
+                   length + kNamingReader + " would stop here if it read this far");
 }
 
 void MasterCheck::frameLine(ibis::Line const& line)
 {
     std::string_view const text = line.text;
-    if (_component == 0) {
-        std::string_view first = text.substr(std::min(text.size(), text.find_first_not_of(" \t")));
-        first = first.substr(0, first.find_first_of(" \t"));
-        if (holds(first, "[Component]")) {
-            _component = line.number;
-            _naming.setEnd(line.number);
-        }
+    if (_component == 0 && ibsIsComponentLine(text)) {
+        _component = line.number;
+        _naming.setEnd(line.number);
     }
-    bool const package = _package == 0 && endsPreamble(text);
-    bool const pin = _pin == 0 && holds(upperCase(std::string(text)), "[PIN]");
+    bool const package = _package == 0 && ibsEndsPreamble(text);
+    bool const pin = _pin == 0 && ibsIsPinListHeading(text);
     if ((package || pin) && _component == 0 && !_namingWithoutComponent)
         _namingWithoutComponent = _naming.endingAt(line.number);
     if (package) {
@@ -166,7 +146,7 @@ void MasterCheck::pinListLine(ibis::Line const& line)
 {
     // The lines behind [Pin] up to the first that begins with "|".
     std::string_view const text = line.text;
-    if (!text.empty() && text[0] == '|') {
+    if (ibsEndsPinList(text)) {
         _pinList = PinList::Done;
         return;
     }
@@ -177,7 +157,8 @@ void MasterCheck::pinListLine(ibis::Line const& line)
         _pinList = PinList::Done;
         return;
     }
-    std::string_view const model = tokenAt(text, 2);
+    // The row as the model list reader splits it: on blanks alone.
+    std::string const model = ibsPinListRow(text).model;
     if (!model.empty() && !ibsReservedModelName(model))
         _listed.emplace(model, line.number);
 }
@@ -230,7 +211,7 @@ void MasterCheck::blockLine(ibis::Line const& line, bool content)
     // The model IBIS reads: its content behind the copy's end.
     if (content && _reader.inModel())
         markContent(line.number, line.number);
-    if (!holdsModel(line.text))
+    if (!ibsHoldsModelKeyword(line.text))
         return;
     if (_block)
         closeBlock(line.number, line.text);

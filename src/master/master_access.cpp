@@ -127,20 +127,13 @@ bool IBIS_MODEL::loadAvailableModels()
         }
         ibsReadLine(_masterStream, line, IBS_COPY_LINE_SIZE);
         for (;;) {
-            char pin[IBS_COPY_LINE_SIZE];
-            char signal[IBS_COPY_LINE_SIZE];
-            char model[IBS_COPY_LINE_SIZE];
-            ut_strgettoken(line, pin, " ", 0);
-            ut_strgettoken(line, signal, " ", 0);
-            ut_strgettoken(line, model, " ", 0);
-            ut_strtrim(model);
-            if (model[0] != '\0') {
-                _availableModels.insert(model);
+            IbsPinListRow const row = ibsPinListRow(line);
+            if (!row.model.empty()) {
+                _availableModels.insert(row.model);
                 // The true side of a differential pair in the master's own
                 // pin list.
-                size_t signalLength = std::strlen(signal);
-                if (pin[0] != '\0' && signalLength > 0 && signal[signalLength - 1] == 'p')
-                    _modelPinMap[model] = pin;
+                if (!row.pin.empty() && !row.signal.empty() && row.signal.back() == 'p')
+                    _modelPinMap[row.model] = row.pin;
             }
             if (ibsStreamDone(_masterStream))
                 break;

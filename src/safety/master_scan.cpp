@@ -183,7 +183,7 @@ void Scan::headLine(ibis::Line const& line)
             _pinHeading = line.number;
     } else if (!_pinListClosed && ibsEndsPinList(c)) {
         _pinListClosed = true;
-    } else if (!_pinListClosed && ibsHoldsModelKeyword(c, text.size()) && _pinListRunsOn == 0) {
+    } else if (!_pinListClosed && ibsHoldsModelKeyword(text) && _pinListRunsOn == 0) {
         _pinListRunsOn = line.number;
     }
     if (_preambleEnd == 0) {
@@ -261,12 +261,10 @@ std::size_t Scan::tailLines(ibis::LineSource& source)
 
 void Scan::noteModel(ibis::Line const& line)
 {
-    // As the writer's test goes: up to a NUL.
-    std::string_view text = line.text.substr(0, line.text.find('\0'));
-    if (text.find('[') == std::string_view::npos || text.find("[Model]") == std::string_view::npos)
+    if (!ibsHoldsModelKeyword(line.text))
         return;
     _lastModel = line.number;
-    _lastModelComment = isComment(text);
+    _lastModelComment = isComment(line.text.substr(0, line.text.find('\0')));
 }
 
 std::vector<Finding> Scan::finish(int lines)

@@ -8,27 +8,28 @@
 
 namespace {
 
-std::vector<char> copyOf(char const* line)
+// The line as a pass's buffer holds it: up to its first NUL.
+std::vector<char> buffer(std::string_view line)
 {
-    return std::vector<char>(line, line + std::strlen(line) + 1);
+    line = line.substr(0, line.find('\0'));
+    std::vector<char> text(line.begin(), line.end());
+    text.push_back('\0');
+    return text;
 }
 
 } // namespace
 
-bool ibsEndsPreamble(char const* line)
+bool ibsEndsPreamble(std::string_view line)
 {
-    std::vector<char> upper = copyOf(line);
+    std::vector<char> upper = buffer(line.substr(0, line.find('|')));
     ut_strupr(upper.data());
-    // Text behind a "|" takes no part.
-    if (char* bar = std::strchr(upper.data(), '|'))
-        *bar = '\0';
     char const* package = std::strstr(upper.data(), "PACKAGE");
     return package != nullptr && package - upper.data() <= 3;
 }
 
-std::string ibsPackageSectionText(char const* line)
+std::string ibsPackageSectionText(std::string_view line)
 {
-    std::vector<char> text = copyOf(line);
+    std::vector<char> text = buffer(line);
     ut_strtrim(text.data());
     ut_strupr(text.data());
     return text.data();
@@ -39,15 +40,19 @@ bool ibsNamesPackage(std::string const& text, std::string const& package)
     return text.substr(1) == package;
 }
 
-bool ibsClosesPackageBlock(char const* line)
+bool ibsClosesPackageBlock(std::string_view line)
 {
-    std::vector<char> text = copyOf(line);
+    std::vector<char> text = buffer(line);
     ut_strtrim(text.data());
     return std::strcmp(text.data(), "|") == 0;
 }
 
-bool ibsHoldsModelKeyword(char const* line, std::size_t length)
+bool ibsHoldsModelKeyword(std::string_view line)
 {
     // Most lines are table rows without a bracket: one quick test each.
-    return std::memchr(line, '[', length) != nullptr && std::strstr(line, "[Model]") != nullptr;
+    for (std::size_t at = line.find('['); at != std::string_view::npos; at = line.find('[', at + 1)) {
+        if (line.compare(at, 7, "[Model]") == 0)
+            return line.find('\0') > at; // ahead of a NUL, where the pass's line ends
+    }
+    return false;
 }

@@ -57,7 +57,7 @@ std::vector<ModelBlockStart> findModelBlocks(std::istream& master, std::vector<s
         if (master.fail())
             break;
         at += taken;
-        bool const model = ibsHoldsModelKeyword(line, static_cast<size_t>(taken));
+        bool const model = ibsHoldsModelKeyword(line);
         if (!open.empty()) {
             bool const plain = !master.eof() && std::strlen(line) + 1 == static_cast<size_t>(taken);
             for (OpenBlock& block : open) {
@@ -118,6 +118,6 @@ void copyModelBlock(std::istream& master, std::ostream& design, ModelBlockStart 
         do {
             design.write(line, static_cast<std::streamsize>(std::strlen(line))).put('\n');
         } while (ibsReadLine(master, line, IBS_COPY_LINE_SIZE) &&
-                 !ibsHoldsModelKeyword(line, std::strlen(line)));
+                 !ibsHoldsModelKeyword(line));
     }
 }
