@@ -3,6 +3,7 @@
 #include "driver/basibsgen.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
+#include "pad/family_rules.h"
 
 std::string IBIS_MODEL::_input_dev_name;
 bool IBIS_MODEL::_is_ncd_flow = false;
@@ -40,35 +41,9 @@ IBIS_MODEL::IBIS_MODEL(char const* family, char const* padFile, char const* mast
 
     // The drive strengths a family offers follow from fragments of the
     // part name; the search sees the whole stored name, behind its NUL too.
-    std::string::size_type const none = std::string::npos;
-    bool an = _partName.find("AN") != none;
-    bool zr = _partName.find("ZR") != none;
-    bool tn = _partName.find("TN") != none;
-    bool hzu = _partName.find("HZU") != none;
-    if (!hzu)
-        hzu = _partName.find("KRD") != none;
-    bool hzu2 = _partName.find("HZU2") != none;
-    std::string::size_type hzu3At = _partName.find("HZU3");
-    bool a3 = _partName.find("A3") != none;
-    bool a4 = _partName.find("A4") != none;
-    bool a = _partName.find("A") != none;
-    bool krdh2 = _partName.find("KRDH2") != none;
-
-    if (an || zr || tn || hzu || a3 || a || krdh2) {
-        std::map<std::string, std::string> drive = {
-            {"NA", "xxx"},   {"2mA", "020"},  {"4mA", "040"},  {"6mA", "060"},
-            {"8mA", "080"},  {"12mA", "120"}, {"16mA", "160"}, {"20mA", "200"},
-        };
-        // A part that begins with "HZU3" does not get 24mA; one that holds
-        // it further on does.
-        if (hzu2 || a4 || krdh2 || (hzu3At != none && hzu3At > 0))
-            drive["24mA"] = "240";
-        if (hzu)
-            drive["14mA"] = "140";
-        if (a3)
-            drive["10mA"] = "100";
+    std::map<std::string, std::string> const drive = ibsPartDriveTable(_partName);
+    if (!drive.empty())
         storeDriveTable(drive);
-    }
 
     _keyFieldPresent[18] = true;
     _keyFieldPresent[19] = true;

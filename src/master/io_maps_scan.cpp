@@ -8,6 +8,7 @@
 #include "driver/load_time.h"
 #include "host/ut_string.h"
 #include "master/naming_headings.h"
+#include "pad/family_rules.h"
 
 bool IBIS_MODEL::loadDevIoMaps()
 {
@@ -59,23 +60,10 @@ void copyWhenMissing(std::map<std::string, std::map<std::string, std::string>>& 
 
 bool IBIS_MODEL::hasDoneLoadingIoMaps()
 {
-    std::string::size_type const none = std::string::npos;
-    auto inPart = [this, none](char const* fragment) { return _partName.find(fragment) != none; };
-    bool an = inPart("AN");
-    bool zr = inPart("ZR");
-    bool hzu = inPart("HZU") || inPart("KRD");
-    bool hzu2 = inPart("HZU2");
-    bool hzu3 = inPart("HZU3");
-    bool tn = inPart("TN");
-    bool a3 = inPart("A3");
-    bool morvalle = inPart("MORVALLE");
-    bool kj = inPart("KJ");
-    bool a = inPart("A");
-    bool krdh2 = inPart("KRDH2");
-
-    if (!(an || zr || hzu || tn || a3 || morvalle || a || krdh2 || kj))
+    IbsNamingNeeds const needs = ibsPartNamingNeeds(_partName);
+    if (!needs.known)
         return false;
-    auto flagged = [this](std::initializer_list<int> positions) {
+    auto flagged = [this](std::vector<int> const& positions) {
         for (int position : positions)
             if (!_keyFieldPresent[position])
                 return false;
@@ -84,23 +72,17 @@ bool IBIS_MODEL::hasDoneLoadingIoMaps()
     // IO type, voltage, drive, slew and pull: every family's minimum.
     if (!flagged({0, 3, 7, 6, 10}))
         return false;
-
-    if (a3) {
-        if (!flagged({15, 17}))
-            return false;
-        copyWhenMissing(_devIoMaps, "DIFFRESISTOR", "DIFFRES");
-        return true;
-    }
-    if (morvalle || kj) {
-        if (!flagged({16, 17, 12, 11}))
-            return false;
-        copyWhenMissing(_devIoMaps, "DIFFDRIVE", "DIFFCUR");
-        copyWhenMissing(_devIoMaps, "DIFFRESISTOR", "DIFFRES");
-        return true;
-    }
-    if (hzu2 || krdh2 || hzu3) {
-        copyWhenMissing(_devIoMaps, "DIFFRESISTOR", "DIFFRES");
-        return flagged({11, 17});
-    }
+    auto copies = [&] {
+        if (needs.copyDiffDrive)
+            copyWhenMissing(_devIoMaps, "DIFFDRIVE", "DIFFCUR");
+        if (needs.copyDiffResistor)
+            copyWhenMissing(_devIoMaps, "DIFFRESISTOR", "DIFFRES");
+    };
+    if (needs.copyAhead)
+        copies();
+    if (!flagged(needs.positions))
+        return false;
+    if (!needs.copyAhead)
+        copies();
     return true;
 }

@@ -9,6 +9,7 @@
 #include "driver/messages.h"
 #include "host/ut_string.h"
 #include "master/master_lines.h"
+#include "pad/family_rules.h"
 
 bool IBIS_MODEL::isDeviceIbisFileOpen()
 {
@@ -49,62 +50,9 @@ bool IBIS_MODEL::loadComponent()
     return found;
 }
 
-namespace {
-
-// Only the family has to fit, not the exact device: the part name is
-// searched for family fragments, and the component for the fragment that
-// goes with them. Both searches see the whole stored part name, behind its
-// NUL too.
-bool componentFitsPart(std::string const& part, std::string const& component)
-{
-    std::string::size_type const none = std::string::npos;
-    auto inPart = [&part, none](char const* fragment) { return part.find(fragment) != none; };
-    bool an = inPart("AN");
-    bool zr = inPart("ZR");
-    bool hzu = inPart("HZU") || inPart("KRD");
-    bool anr = inPart("ANR");
-    bool tn = inPart("TN");
-    bool a3 = inPart("A3");
-    bool a4 = inPart("A4");
-    bool a = inPart("A");
-    bool kj = inPart("KJ");
-
-    std::string::size_type result = none;
-    if (an)
-        result = component.find("AN");
-    if (anr) {
-        result = component.find("ANR");
-    } else if (zr) {
-        result = component.find("ZR");
-    } else if (hzu) {
-        for (char const* fragment : {"KRDH10", "KRDH20", "KRDH21", "ZU2", "ZU3"}) {
-            result = component.find(fragment);
-            if (result != none)
-                break;
-        }
-    } else if (tn) {
-        result = component.find("TN");
-    } else if (kj) {
-        result = component.find("KJ");
-    } else if (a3) {
-        result = component.find("ANR3");
-    } else if (a4) {
-        result = component.find("ANR4");
-    } else if (a && result == none) {
-        result = component.find("A");
-    }
-    if (result != none)
-        return true;
-    // Without a fragment the two names must be the same, stored length and
-    // bytes.
-    return part == component;
-}
-
-} // namespace
-
 bool IBIS_MODEL::loadIbisModels()
 {
-    if (loadComponent() && !_partName.empty() && !componentFitsPart(_partName, _componentName))
+    if (loadComponent() && !_partName.empty() && !ibsComponentFitsPart(_partName, _componentName))
         ibsFatal(IBS_MSG_1025, {_partName.c_str(), _componentName.c_str()});
     if (!loadDevIoMaps())
         return false;

@@ -9,6 +9,7 @@
 #include "driver/messages.h"
 #include "host/ut_string.h"
 #include "master/naming_headings.h"
+#include "pad/family_rules.h"
 
 std::map<std::string, std::string> IBIS_MODEL::readNamingTable(NamingTableRule rule)
 {
@@ -44,8 +45,7 @@ std::map<std::string, std::string> IBIS_MODEL::readNamingTable(NamingTableRule r
                 designValue = "UP";
             else if (designValue == "PULLDOWN")
                 designValue = "DOWN";
-            else if (designValue == "BUSHOLD" &&
-                     (_family == "HZU2" || _family == "KVA4" || _family == "HZU3"))
+            else if (designValue == "BUSHOLD" && ibsFamilyRules(_family).busholdIsKeeper)
                 designValue = "KEEPER";
         }
         table[designValue] = code;

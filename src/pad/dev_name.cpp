@@ -8,6 +8,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "pad/family_rules.h"
 #include "pad/file_names.h"
 #include "pad/line_tokens.h"
 #include "pad/pad_lines.h"
@@ -38,43 +39,19 @@ void IBIS_MODEL::getDevName(std::string padFile, std::string& family)
 
 void IBIS_MODEL::fetch_dev_name(std::string partType, std::string& family)
 {
-    auto holds = [&partType](char const* fragment) {
-        return partType.find(fragment) != std::string::npos;
-    };
-    // The first rule that holds wins; "ZR2-" beats every other fragment.
-    if (holds("ZR2-"))
-        family = "KVZR2";
-    else if (holds("KVA3-") || holds("KBA3-"))
-        family = "KVA3";
-    else if (holds("KVA4-"))
-        family = "KVA4";
-    else if (holds("KVAN"))
-        family = "KVAN";
-    else if (holds("KVZR"))
-        family = "KVZR";
-    else if (holds("HZU"))
-        family = (holds("HZU3") || holds("HZU2-")) ? "HZU2" : "HZU";
-    else if (holds("KVTN"))
-        family = "KVTN";
-    else if (holds("KVA2"))
-        family = "KVA2";
-    else if (holds("KRD"))
-        family = holds("KRDH2") ? "HZU2" : "HZU";
-    else if (partType.compare(0, 2, "KJ") == 0)
-        family = "KJ";
-    else
+    std::string const found = ibsFamilyOfPartType(partType);
+    if (found.empty())
         ibsFatal(IBS_MSG_1013);
+    family = found;
 }
 
 void IBIS_MODEL::getPartName(std::string& part)
 {
-    if (part.find("ZU3KV") != std::string::npos || part.find("KJ") != std::string::npos)
+    if (ibsPartKeepsItsName(part))
         return;
-    for (char const* prefix : {"KVA4Y", "KBA4Y", "KVA5Y", "KBA5Y"}) {
-        if (part.compare(0, std::strlen(prefix), prefix) == 0) {
-            part = "MORVALLE";
-            return;
-        }
+    if (char const* familyPart = ibsFamilyPartName(part)) {
+        part = familyPart;
+        return;
     }
     std::string::size_type v = part.rfind('V');
     if (v == std::string::npos)

@@ -7,6 +7,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "pad/family_rules.h"
 #include "pad/pad_lines.h"
 
 void IBIS_MODEL::setPinInfo(char* line)
@@ -114,7 +115,7 @@ void IBIS_MODEL::loadPinInfo(char* line)
     for (IB_IOBUF* iobuf : _iobufs)
         iobuf->print();
 
-    if (_family == "KVTN") {
+    if (ibsFamilyRules(_family).trueDifferentialNote) {
         for (IB_IOBUF* iobuf : _iobufs) {
             std::string ioType;
             for (IB_IOBUF_CONFIG* config : iobuf->configs)

@@ -7,17 +7,10 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "pad/family_rules.h"
 #include "resolve/walk_steps.h"
 
 namespace {
-
-bool isOneOf(std::string const& text, std::initializer_list<char const*> words)
-{
-    for (char const* word : words)
-        if (text == word)
-            return true;
-    return false;
-}
 
 // The key field of each attribute that has one; an attribute with a table
 // and no field writes nothing.
@@ -36,38 +29,29 @@ IbsKeyField const keyFields[] = {
 // The voltage field of an IO type without a number in its name: a few
 // standards have a fixed supply on a family; every other pairing keeps the
 // template's 2.5 volts.
-char const* fixedVoltage(std::string const& ioType, std::string const& family)
+char const* fixedVoltage(std::string const& ioType, IbsFamilyRules const& rules)
 {
-    if (ioType == "MIPI_LP" && family == "HZU2")
-        return "120";
-    if (ioType == "HYPT" && family == "KVA3")
-        return "120";
-    if (ioType == "SLVS" && isOneOf(family, {"KVA4Y", "KVA5Y", "KJ"}))
-        return "120";
-    if (ioType == "TRLVDS" && family == "KVA4")
-        return "330";
-    if (ioType == "SUBLVDS" && family == "KJ")
-        return "250";
-    if (ioType == "MIPI" && isOneOf(family, {"KVA4Y", "KVA5Y"}))
-        return "150";
-    if (ioType == "MIPI" && family == "KJ")
-        return "120";
+    for (auto const& [standard, voltage] : rules.fixedVoltages)
+        if (ioType == standard)
+            return voltage;
     return nullptr;
 }
 
 // The slew character of a fast LVDS or PCI signal, by family; the table's
 // own code elsewhere.
-std::string fastSlew(std::string const& family, std::string const& ioType, std::string const& dir,
+std::string fastSlew(IbsFamilyRules const& rules, std::string const& ioType, std::string const& dir,
                      std::string const& code)
 {
-    if (isOneOf(family, {"KVA2", "KVZR2"}))
+    switch (rules.fastSlew) {
+    case IbsFastSlew::Fast:
         return "f";
-    if (isOneOf(family, {"KVZR", "KVAN"}) && ioType == "PCI" && dir == "OUT")
-        return "f";
-    if (isOneOf(family, {"KVA3", "HZU", "HZU2", "HZU3"}))
-        return "f";
-    if (family == "KVA4" && ioType == "PCI")
-        return code;
+    case IbsFastSlew::FastPciOutput:
+        return ioType == "PCI" && dir == "OUT" ? "f" : "a";
+    case IbsFastSlew::TablePci:
+        return ioType == "PCI" ? code : "a";
+    case IbsFastSlew::Neutral:
+        break;
+    }
     return "a";
 }
 
@@ -75,7 +59,8 @@ std::string fastSlew(std::string const& family, std::string const& ioType, std::
 
 void IBIS_MODEL::setDesignModels()
 {
-    bool const bankImpedance = _family == "HZU2" || _family == "HZU3";
+    IbsFamilyRules const& rules = ibsFamilyRules(_family);
+    bool const bankImpedance = rules.bankImpedance;
 
     for (IB_IOBUF* iobuf : _iobufs) {
         WalkSignal signal = ibsStartSignal(iobuf, _modelKeyTemplate);
@@ -103,7 +88,7 @@ void IBIS_MODEL::setDesignModels()
                     pullValue += value;
                 } else if (key == "PCICLAMP" && value == "ON") {
                     pullValue += "_" + key;
-                } else if (key == "CLAMP" && value == "ON" && _family == "KVA4" &&
+                } else if (key == "CLAMP" && value == "ON" && rules.clampIsPciClamp &&
                            (dir == "IN" || dir == "BIDI")) {
                     pullValue += "_PCICLAMP";
                 } else if (key == "CLAMP" && value == "ON") {
@@ -140,7 +125,7 @@ void IBIS_MODEL::setDesignModels()
                         iobuf->setMode(IBIS_KEY_IO_TYPE, code->second);
                     if (voltage != -1) {
                         iobuf->setMode(IBIS_KEY_VOLTAGE, std::to_string(voltage) + "0");
-                    } else if (char const* fixed = fixedVoltage(ioType, _family)) {
+                    } else if (char const* fixed = fixedVoltage(ioType, rules)) {
                         iobuf->setMode(IBIS_KEY_VOLTAGE, fixed);
                     }
                     continue;
@@ -153,7 +138,7 @@ void IBIS_MODEL::setDesignModels()
                     continue;
                 if (field == IBIS_KEY_SLEW && attr.value == "FAST" &&
                     (ioType == "LVDS" || ioType == "PCI"))
-                    iobuf->setMode(field, fastSlew(_family, ioType, dir, code->second));
+                    iobuf->setMode(field, fastSlew(rules, ioType, dir, code->second));
                 else
                     iobuf->setMode(field, code->second);
             }

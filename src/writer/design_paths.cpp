@@ -9,6 +9,7 @@
 #include "driver/paths.h"
 #include "host/ut_filemanager.h"
 #include "host/ut_string.h"
+#include "pad/family_rules.h"
 
 namespace {
 
@@ -26,10 +27,10 @@ std::string::size_type behindLastSeparator(std::string const& path)
 IbsDesignPaths ibsDesignPaths(IBIS_MODEL& model, int btnCount)
 {
     IbsDesignPaths paths;
-    std::string const& device = IBIS_MODEL::_input_dev_name;
+    IbsDeviceRules const& device = ibsDeviceRules(IBIS_MODEL::_input_dev_name);
     // The companion chip's IBIS file lies beside the master. A master path
     // without a separator keeps its whole text ahead of the name.
-    bool const companions = btnCount > 0 && device != "KRDH20";
+    bool const companions = btnCount > 0 && device.companions;
     if (companions) {
         std::string::size_type cut = behindLastSeparator(model._masterIbisFile);
         paths.btnSource =
@@ -38,10 +39,10 @@ IbsDesignPaths ibsDesignPaths(IBIS_MODEL& model, int btnCount)
 
     paths.designFile = model._designIbisFile;
     std::string designStem;
-    if (companions || device == "KRDH21") {
+    if (companions || device.designSuffix != nullptr) {
         std::string::size_type dot = paths.designFile.rfind('.');
         designStem = dot == std::string::npos ? paths.designFile : paths.designFile.substr(0, dot);
-        paths.designFile = designStem + (device == "KRDH21" ? "_krdh21.ibs" : "_zu2.ibs");
+        paths.designFile = designStem + (device.designSuffix != nullptr ? device.designSuffix : "_zu2.ibs");
     }
 
     // A relative design file goes into the IBIS directory below the current
@@ -57,8 +58,7 @@ IbsDesignPaths ibsDesignPaths(IBIS_MODEL& model, int btnCount)
     }
 
     if (companions) {
-        // The companion files of this part count from 1, all others from 0.
-        int const firstIndex = device == "KRDH21" ? 1 : 0;
+        int const firstIndex = device.firstCompanion;
         for (int i = firstIndex; i < firstIndex + btnCount; ++i)
             paths.companionFiles.push_back(ibsCompanionFileName(paths.btnStem, i, btnCount));
     }

@@ -13,6 +13,7 @@
 #include "host/ut_timestamp.h"
 #include "host/ut_version.h"
 #include "master/master_lines.h"
+#include "pad/family_rules.h"
 #include "writer/bulk_output.h"
 #include "writer/copy_lines.h"
 #include "writer/design_file_options.h"
@@ -110,7 +111,7 @@ void IBIS_MODEL::writeIbisHeaderInformations()
 void IBIS_MODEL::writeIbisCopyRights()
 {
     // The two companion-chip parts name themselves on the component line.
-    bool const zu2Part = _partName == "KRDH20" || _partName == "KRDH21";
+    bool const zu2Part = ibsPartNamesItsComponent(_partName);
     bool deviceLineDone = false;
     // A component name of the host's own replaces the master's on the
     // first component line.

@@ -10,6 +10,7 @@
 #include "driver/paths.h"
 #include "host/ut_filemanager.h"
 #include "host/ut_string.h"
+#include "pad/family_rules.h"
 #include "writer/design_paths.h"
 
 void IBIS_MODEL::writeFileLocation()
@@ -32,8 +33,7 @@ void IBIS_MODEL::writeBtnFile(std::string stem, std::string source, int count)
                  IBS_FILE_COMPANION, source.c_str());
         return;
     }
-    // The companion files of this part count from 1, all others from 0.
-    int const firstIndex = _input_dev_name == "KRDH21" ? 1 : 0;
+    int const firstIndex = ibsDeviceRules(_input_dev_name).firstCompanion;
     ibsPrint(IBS_OUTPUT_SPACING, ibsText("\nGenerating BTN IBIS %s:\n", {count < 2 ? "file" : "files"}));
     if (count < 1) {
         ibsPrint(IBS_OUTPUT_SPACING, "\n");
@@ -56,7 +56,7 @@ void IBIS_MODEL::writePackageFile()
     std::string const fileName = ibsPackageFileName(*this);
     std::string const source = ibsBeside(*this, _masterIbisFile, fileName);
     if (!ut_file.exist(source.c_str())) {
-        if (_partName == "MORVALLE")
+        if (ibsPartSaysMissingPackageFile(_partName))
             ibsPrint(IBS_OUTPUT_FILE_MISSING,
                      ibsText("Package model file \"%s\" is not available for the device/package selected "
                              "in the design.\n\n",
