@@ -7,6 +7,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "resolve/model_substitute.h"
+#include "resolve/signal_outcome.h"
 #include "resolve/walk_steps.h"
 
 namespace {
@@ -37,5 +38,6 @@ bool ibsTakeChosenSubstitute(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string
     // The substitute's own master pin, so that a differential signal keeps
     // its [Diff pin] row.
     ibsUseModel(generator, iobuf, substitute, substitute);
+    ibsSettle(generator, iobuf, key, IBS_OUTCOME_SUBSTITUTED);
     return true;
 }

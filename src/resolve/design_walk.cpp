@@ -8,6 +8,7 @@
 #include "driver/messages.h"
 #include "host/ut_string.h"
 #include "pad/family_rules.h"
+#include "resolve/attribute_passes.h"
 #include "resolve/walk_steps.h"
 
 namespace {
@@ -26,131 +27,102 @@ IbsKeyField const keyFields[] = {
     {"DIFFDRIVE", IBIS_KEY_DIFFCUR},
 };
 
-// The voltage field of an IO type without a number in its name: a few
-// standards have a fixed supply on a family; every other pairing keeps the
-// template's 2.5 volts.
-char const* fixedVoltage(std::string const& ioType, IbsFamilyRules const& rules)
-{
-    for (auto const& [standard, voltage] : rules.fixedVoltages)
-        if (ioType == standard)
-            return voltage;
-    return nullptr;
-}
+// The standard walk's rules of the attribute passes, for a family.
+class StandardRules : public AttributeRules {
+public:
+    StandardRules(IbsFamilyRules const& family, bool ncd) : _family(family), _ncd(ncd) {}
 
-// The slew character of a fast LVDS or PCI signal, by family; the table's
-// own code elsewhere.
-std::string fastSlew(IbsFamilyRules const& rules, std::string const& ioType, std::string const& dir,
-                     std::string const& code)
-{
-    switch (rules.fastSlew) {
-    case IbsFastSlew::Fast:
-        return "f";
-    case IbsFastSlew::FastPciOutput:
-        return ioType == "PCI" && dir == "OUT" ? "f" : "a";
-    case IbsFastSlew::TablePci:
-        return ioType == "PCI" ? code : "a";
-    case IbsFastSlew::Neutral:
-        break;
+    bool firstPass(IB_IOBUF* iobuf, IB_IOBUF_CONFIG const& attr, std::string const& dir,
+                   std::string& pull) const override
+    {
+        std::string const& key = attr.key;
+        std::string const& value = attr.value;
+        if (key == "PULL" || key == "PULLMODE")
+            pull += value;
+        else if (key == "PCICLAMP" && value == "ON")
+            pull += "_" + key;
+        else if (key == "CLAMP" && value == "ON" && _family.clampIsPciClamp && (dir == "IN" || dir == "BIDI"))
+            pull += "_PCICLAMP";
+        else if (key == "CLAMP" && value == "ON")
+            pull += "_" + key;
+        else if (key == "SCHMITT_TRIGGER" && value == "ON")
+            pull += "_SCHMITT";
+        else if (key == "OPENDRAIN" && (value == "ON" || value == "PLUS"))
+            ibsMarkOpenDrain(iobuf);
+        else
+            return false;
+        return true;
     }
-    return "a";
-}
+
+    char const* pullKey() const override { return _ncd ? "PULLMODE" : "PULL"; }
+
+    bool fieldOf(std::string const& key, IBIS_KEY_ATTR& field) const override
+    {
+        return ibsFieldOf(keyFields, key, field);
+    }
+
+    // A few standards without a number in their name have a fixed supply on
+    // a family; every other pairing keeps the template's 2.5 volts.
+    char const* fixedVoltage(std::string const& ioType) const override
+    {
+        for (auto const& [standard, voltage] : _family.fixedVoltages)
+            if (ioType == standard)
+                return voltage;
+        return nullptr;
+    }
+
+    // A fast LVDS or PCI signal: the family's slew character; elsewhere the
+    // table's own code.
+    std::string fastSlew(std::string const& ioType, std::string const& dir, std::string const& code) const override
+    {
+        if (ioType != "LVDS" && ioType != "PCI")
+            return code;
+        switch (_family.fastSlew) {
+        case IbsFastSlew::Fast:
+            return "f";
+        case IbsFastSlew::FastPciOutput:
+            return ioType == "PCI" && dir == "OUT" ? "f" : "a";
+        case IbsFastSlew::TablePci:
+            return ioType == "PCI" ? code : "a";
+        case IbsFastSlew::Neutral:
+            break;
+        }
+        return "a";
+    }
+
+private:
+    IbsFamilyRules const& _family;
+    bool _ncd;
+};
 
 } // namespace
 
 void IBIS_MODEL::setDesignModels()
 {
-    IbsFamilyRules const& rules = ibsFamilyRules(_family);
-    bool const bankImpedance = rules.bankImpedance;
+    IbsFamilyRules const& family = ibsFamilyRules(_family);
+    StandardRules const rules(family, _is_ncd_flow);
+    bool const bankImpedance = family.bankImpedance;
 
     for (IB_IOBUF* iobuf : _iobufs) {
         WalkSignal signal = ibsStartSignal(iobuf, _modelKeyTemplate);
         std::string const& dir = signal.dir;
-        std::vector<IB_IOBUF_CONFIG> const& attrs = signal.attrs;
-        std::string& ioType = signal.ioType;
-        std::string pullValue;
-        std::vector<IB_IOBUF_CONFIG> workList;
-
-        if (!attrs.empty()) {
+        if (!signal.attrs.empty()) {
             // The io types that take a pull mode; which one fits does not
             // change the key.
             for (std::string const& pullmodeType : _pullmodeIotypes)
-                if (ioType.find(pullmodeType) != std::string::npos)
+                if (signal.ioType.find(pullmodeType) != std::string::npos)
                     break;
-
-            // First pass: pull, clamp and Schmitt settings join into one
-            // pull value, in the order of the pad report; open drain
-            // changes the signal's direction; everything else waits for the
-            // second pass.
-            for (IB_IOBUF_CONFIG const& attr : attrs) {
-                std::string const& key = attr.key;
-                std::string const& value = attr.value;
-                if (key == "PULL" || key == "PULLMODE") {
-                    pullValue += value;
-                } else if (key == "PCICLAMP" && value == "ON") {
-                    pullValue += "_" + key;
-                } else if (key == "CLAMP" && value == "ON" && rules.clampIsPciClamp &&
-                           (dir == "IN" || dir == "BIDI")) {
-                    pullValue += "_PCICLAMP";
-                } else if (key == "CLAMP" && value == "ON") {
-                    pullValue += "_" + key;
-                } else if (key == "SCHMITT_TRIGGER" && value == "ON") {
-                    pullValue += "_SCHMITT";
-                } else if (key == "OPENDRAIN" && (value == "ON" || value == "PLUS")) {
-                    ibsMarkOpenDrain(iobuf);
-                } else if (key == "VCMT" && value == "DDR_II") {
-                    workList.emplace_back("VCMT", "DDR-2");
-                } else {
-                    workList.emplace_back(key, value);
-                }
-            }
-
-            if (!pullValue.empty()) {
-                strip_off_leading_underscores(pullValue);
-                workList.emplace_back(_is_ncd_flow ? "PULLMODE" : "PULL", pullValue);
-            }
-
-            // Second pass: each attribute with a naming table writes its
-            // code into its field; unknown attributes and values leave the
-            // field at its default.
-            for (IB_IOBUF_CONFIG const& attr : workList) {
-                auto map = _devIoMaps.find(attr.key);
-                if (map == _devIoMaps.end())
-                    continue;
-                std::map<std::string, std::string> const& table = map->second;
-                if (attr.key == "IO_TYPE") {
-                    ioType = attr.value;
-                    int voltage = getVoltage(ioType);
-                    auto code = table.find(ioType);
-                    if (code != table.end())
-                        iobuf->setMode(IBIS_KEY_IO_TYPE, code->second);
-                    if (voltage != -1) {
-                        iobuf->setMode(IBIS_KEY_VOLTAGE, std::to_string(voltage) + "0");
-                    } else if (char const* fixed = fixedVoltage(ioType, rules)) {
-                        iobuf->setMode(IBIS_KEY_VOLTAGE, fixed);
-                    }
-                    continue;
-                }
-                auto code = table.find(attr.value);
-                if (code == table.end())
-                    continue;
-                IBIS_KEY_ATTR field;
-                if (!ibsFieldOf(keyFields, attr.key, field))
-                    continue;
-                if (field == IBIS_KEY_SLEW && attr.value == "FAST" &&
-                    (ioType == "LVDS" || ioType == "PCI"))
-                    iobuf->setMode(field, fastSlew(rules, ioType, dir, code->second));
-                else
-                    iobuf->setMode(field, code->second);
-            }
+            ibsCodeAttributes(*this, iobuf, signal, rules);
         }
 
         // Direction. The record's text is read afresh for open drain, so an
         // input with open drain keeps "in" while its record says "OD".
+        std::string inputKey;
         if (dir == "IN") {
             iobuf->setMode(IBIS_KEY_DIRECTION, "in");
             if (bankImpedance)
                 ibsBankImpedanceStep(*this, iobuf);
-            ibsInputFallback(*this, iobuf);
+            inputKey = ibsInputFallback(*this, iobuf);
         } else if (iobuf->type && std::strcmp(iobuf->type, "OD") == 0) {
             iobuf->setMode(IBIS_KEY_DIRECTION, "od");
             if (bankImpedance)
@@ -170,7 +142,7 @@ void IBIS_MODEL::setDesignModels()
         if (bankImpedance && (direction == "io" || direction == "ou"))
             iobuf->setMode(IBIS_KEY_IMPEDANCE, "a");
 
-        ibsAcceptKey(*this, iobuf);
+        ibsAcceptKey(*this, iobuf, inputKey);
     }
 
     if (!_designModels.empty())

@@ -9,6 +9,7 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "resolve/signal_outcome.h"
 #include "resolve/walk_steps.h"
 
 WalkSignal ibsStartSignal(IB_IOBUF* iobuf, char const* keyTemplate)
@@ -53,21 +54,22 @@ void ibsBankImpedanceStep(IBIS_MODEL& generator, IB_IOBUF* iobuf)
         iobuf->setMode(IBIS_KEY_IMPEDANCE, code->second);
 }
 
-void ibsInputFallback(IBIS_MODEL& generator, IB_IOBUF* iobuf)
+std::string ibsInputFallback(IBIS_MODEL& generator, IB_IOBUF* iobuf)
 {
     std::string inputKey = iobuf->model;
     if (generator._availableModels.count(inputKey) != 0)
-        return;
+        return "";
     iobuf->setMode(IBIS_KEY_DIRECTION, "io");
     std::string bidiKey = iobuf->model;
     if (generator._availableModels.count(bidiKey) == 0) {
         // Acceptance reports the input key; the bidirectional one is never
         // mentioned.
         iobuf->setMode(IBIS_KEY_DIRECTION, "in");
-        return;
+        return "";
     }
     ibsReport(IBS_MSG_1028, {inputKey.c_str(), iobuf->name});
     ibsReport(IBS_MSG_1029, {bidiKey.c_str()});
+    return inputKey;
 }
 
 void ibsUseModel(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& model,
@@ -79,20 +81,30 @@ void ibsUseModel(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& mode
         iobuf->masterPin = ut_strdup(pin->second.c_str());
 }
 
-void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf)
+void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& inputKey)
 {
     std::string key = iobuf->model;
     if (generator._availableModels.count(key) != 0) {
         ibsUseModel(generator, iobuf, key, key);
+        if (inputKey.empty())
+            ibsSettle(generator, iobuf, key, IBS_OUTCOME_RESOLVED);
+        else
+            ibsSettle(generator, iobuf, inputKey, IBS_OUTCOME_FALLBACK);
         return;
     }
     if (ibsTakeChosenSubstitute(generator, iobuf, key))
         return;
+    ibsMissingKey(generator, iobuf, key);
+}
+
+void ibsMissingKey(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& key)
+{
     ibsReport(IBS_MSG_1010, {key.c_str(), iobuf->name});
     ibsFlushAll();
     ++generator._missingModelCount;
     // An empty model string: the signal has no model.
     iobuf->model[0] = '\0';
+    ibsSettle(generator, iobuf, key, IBS_OUTCOME_MISSING);
 }
 
 void ibsFlushAll()

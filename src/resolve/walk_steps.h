@@ -27,16 +27,26 @@ void ibsMarkOpenDrain(IB_IOBUF* iobuf);
 // The impedance field from the supply voltage of the signal's bank.
 void ibsBankImpedanceStep(IBIS_MODEL& generator, IB_IOBUF* iobuf);
 
-// An input whose model is missing falls back on the bidirectional model.
-void ibsInputFallback(IBIS_MODEL& generator, IB_IOBUF* iobuf);
+// An input whose model is missing falls back on the bidirectional model:
+// the input's key when it did, "" otherwise.
+std::string ibsInputFallback(IBIS_MODEL& generator, IB_IOBUF* iobuf);
 
 // The design uses model: it enters the design models, and the master pin of
 // pinKey's differential model, if any, becomes the signal's master pin.
 void ibsUseModel(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& model,
                  std::string const& pinKey);
 
-// Accepts the signal's key or reports it missing and empties it.
-void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf);
+// Accepts the signal's key, or its substitute, or reports it missing and
+// empties it; inputKey is the key of an input that fell back on its
+// bidirectional model, "" for any other signal.
+void ibsAcceptKey(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& inputKey);
+
+// A key the master lacks: reported as missing, counted, and emptied.
+void ibsMissingKey(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& key);
+
+// The signal's outcome settled: kept in its record and told to the host's
+// observer, with the key the walk built.
+void ibsSettle(IBIS_MODEL const& generator, IB_IOBUF* iobuf, std::string const& key, int outcome);
 
 // The host's chooser's model in place of key, which the master lacks:
 // reported as a substitute, used by the design. False, with nothing done,

@@ -6,6 +6,8 @@
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
+#include "resolve/attribute_passes.h"
+#include "resolve/signal_outcome.h"
 #include "resolve/walk_steps.h"
 #include "variant/basib_vargon.h"
 
@@ -84,78 +86,54 @@ IbsKeyField const keyFields[] = {
     {"DIFFCUR", IBIS_KEY_DIFFCUR},
 };
 
+// The table-driven walk's rules of the attribute passes.
+class VargonRules : public AttributeRules {
+public:
+    // The vocabulary of the forests' pull level: UP_PCICLAMP, DOWN_PCICLAMP,
+    // or PCICLAMP for a clamp without pull.
+    bool firstPass(IB_IOBUF* iobuf, IB_IOBUF_CONFIG const& attr, std::string const&, std::string& pull) const override
+    {
+        if (attr.key == "PULL")
+            pull += attr.value;
+        else if (attr.key == "PCICLAMP" && attr.value == "ON")
+            pull += "_" + attr.key;
+        else if (attr.key == "OPENDRAIN" && attr.value == "ON")
+            ibsMarkOpenDrain(iobuf);
+        else
+            return false;
+        return true;
+    }
+
+    char const* pullKey() const override { return "PULL"; }
+
+    bool fieldOf(std::string const& key, IBIS_KEY_ATTR& field) const override
+    {
+        return ibsFieldOf(keyFields, key, field);
+    }
+
+    // The reference entries have no model.
+    bool takesModel(std::string const& ioType, std::string const& dir) const override
+    {
+        return !(ioType == "REF" && dir == "RESISTOR") && !(ioType.compare(0, 4, "VREF") == 0 && dir == "DRIVER");
+    }
+
+    // A fast differential output is coded as the neutral slew.
+    std::string fastSlew(std::string const& ioType, std::string const&, std::string const& code) const override
+    {
+        return ioType == "LVDS" || ioType == "HYPT" || ioType == "RSDS" ? "a" : code;
+    }
+};
+
 } // namespace
 
 void IBIS_MODEL_VARGON::setDesignModels()
 {
+    VargonRules const rules;
     for (IB_IOBUF* iobuf : _iobufs) {
         WalkSignal signal = ibsStartSignal(iobuf, _modelKeyTemplate);
         std::string const& dir = signal.dir;
-        std::vector<IB_IOBUF_CONFIG> const& attrs = signal.attrs;
-        std::string& ioType = signal.ioType;
-        std::string pullValue;
-        std::vector<IB_IOBUF_CONFIG> workList;
-
-        if (!attrs.empty()) {
-            for (IB_IOBUF_CONFIG const& attr : attrs) {
-                if (attr.key == "PULL") {
-                    pullValue += attr.value;
-                } else if (attr.key == "PCICLAMP" && attr.value == "ON") {
-                    pullValue += "_" + attr.key;
-                } else if (attr.key == "OPENDRAIN" && attr.value == "ON") {
-                    ibsMarkOpenDrain(iobuf);
-                } else if (attr.key == "VCMT" && attr.value == "DDR_II") {
-                    workList.emplace_back("VCMT", "DDR-2");
-                } else {
-                    workList.emplace_back(attr.key, attr.value);
-                }
-            }
-            // The vocabulary of the forests' pull level: UP_PCICLAMP,
-            // DOWN_PCICLAMP, or PCICLAMP for a clamp without pull.
-            if (!pullValue.empty()) {
-                strip_off_leading_underscores(pullValue);
-                workList.emplace_back("PULL", pullValue);
-            }
-
-            for (IB_IOBUF_CONFIG const& attr : workList) {
-                auto map = _devIoMaps.find(attr.key);
-                if (map == _devIoMaps.end())
-                    continue;
-                std::map<std::string, std::string> const& table = map->second;
-                if (attr.key == "IO_TYPE") {
-                    ioType = attr.value;
-                    // The reference entries have no model.
-                    if (ioType == "REF" && dir == "RESISTOR") {
-                        ioType = "REF_RES";
-                        iobuf->model[0] = '\0';
-                        break;
-                    }
-                    if (ioType.compare(0, 4, "VREF") == 0 && dir == "DRIVER") {
-                        iobuf->model[0] = '\0';
-                        break;
-                    }
-                    int voltage = getVoltage(ioType);
-                    auto code = table.find(ioType);
-                    if (code != table.end())
-                        iobuf->setMode(IBIS_KEY_IO_TYPE, code->second);
-                    if (voltage != -1)
-                        iobuf->setMode(IBIS_KEY_VOLTAGE, std::to_string(voltage) + "0");
-                    continue;
-                }
-                auto code = table.find(attr.value);
-                if (code == table.end())
-                    continue;
-                IBIS_KEY_ATTR field;
-                if (!ibsFieldOf(keyFields, attr.key, field))
-                    continue;
-                // A fast differential output is coded as the neutral slew.
-                if (field == IBIS_KEY_SLEW && attr.value == "FAST" &&
-                    (ioType == "LVDS" || ioType == "HYPT" || ioType == "RSDS"))
-                    iobuf->setMode(field, "a");
-                else
-                    iobuf->setMode(field, code->second);
-            }
-        }
+        if (!signal.attrs.empty())
+            ibsCodeAttributes(*this, iobuf, signal, rules);
 
         // The direction comes from the pad report's port type alone: open
         // drain changes the record's text, not the key.
@@ -173,6 +151,7 @@ void IBIS_MODEL_VARGON::setDesignModels()
             continue;
         if (_availableModels.count(key) != 0) {
             ibsUseModel(*this, iobuf, key, key);
+            ibsSettle(*this, iobuf, key, IBS_OUTCOME_RESOLVED);
             continue;
         }
         // A substitute counts as missing too; the master pin is the
@@ -184,11 +163,9 @@ void IBIS_MODEL_VARGON::setDesignModels()
             ++_missingModelCount;
             iobuf->model = ibs_new_model_string(substitute.c_str());
             ibsUseModel(*this, iobuf, substitute, key);
+            ibsSettle(*this, iobuf, key, IBS_OUTCOME_SUBSTITUTED);
         } else if (!ibsTakeChosenSubstitute(*this, iobuf, key)) {
-            ibsReport(IBS_MSG_1010, {key.c_str(), iobuf->name});
-            ibsFlushAll();
-            ++_missingModelCount;
-            iobuf->model[0] = '\0';
+            ibsMissingKey(*this, iobuf, key);
         }
     }
 }
