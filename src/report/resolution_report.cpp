@@ -10,25 +10,35 @@ std::string text(char const* value)
     return value != nullptr ? value : "";
 }
 
+// The report's word for an outcome of the walk.
+char const* outcomeWord(IbsSignalOutcome outcome)
+{
+    switch (outcome) {
+    case IBS_OUTCOME_RESOLVED:
+        return "resolved";
+    case IBS_OUTCOME_FALLBACK:
+        return "fallback";
+    case IBS_OUTCOME_SUBSTITUTED:
+        return "substituted";
+    case IBS_OUTCOME_MISSING:
+        return "missing";
+    case IBS_OUTCOME_NONE:
+        break;
+    }
+    return "none";
+}
+
 } // namespace
 
-void ResolutionReport::observe(IbsMessage message, std::initializer_list<char const*> args,
-                               void* self)
+void ResolutionReport::observe(IBIS_MODEL const&, IB_IOBUF const& signal, std::string const& key,
+                               IbsSignalOutcome outcome, void* self)
 {
-    // Only the reports that name a signal: not available, substituted, and
-    // an input moved to its bidirectional model.
-    if (message != IBS_MSG_1010 && message != IBS_MSG_1011 && message != IBS_MSG_1028)
-        return;
-    Event event{message, {}};
-    for (char const* arg : args)
-        event.args.push_back(text(arg));
-    static_cast<ResolutionReport*>(self)->_events.push_back(event);
+    static_cast<ResolutionReport*>(self)->_settled[&signal] = {key, outcome};
 }
 
 void ResolutionReport::beforeWalk(IBIS_MODEL const& generator)
 {
     _signals.clear();
-    _events.clear();
     for (IB_IOBUF const* iobuf : generator._iobufs) {
         SignalOutcome signal;
         signal.name = text(iobuf->name);
@@ -44,66 +54,31 @@ void ResolutionReport::beforeWalk(IBIS_MODEL const& generator)
             signal.pairPin = negative->second;
         _signals.push_back(signal);
     }
-    ibsSetReportObserver(&ResolutionReport::observe, this);
+    _settled.clear();
+    ibsSetOutcomeObserver(&ResolutionReport::observe, this);
 }
 
 void ResolutionReport::afterWalk(IBIS_MODEL const& generator)
 {
-    ibsSetReportObserver(nullptr);
+    ibsSetOutcomeObserver(nullptr);
     _family = generator._family;
     _part = generator._partName.c_str();
     _package = generator._packageName;
     _component = generator._componentName;
 
-    // The walk reports in signal order, so each signal's reports are the
-    // next ones that carry its name (the second argument) and fit what the
-    // walk left in its record: only an input is moved to its bidirectional
-    // model, a signal reported missing has no model, a substituted one has
-    // the substitute.
-    std::size_t next = 0;
+    // Each signal's outcome and the key the walk built, as the walk settled
+    // them; a signal the walk settled nothing for got no key.
     for (std::size_t i = 0; i < _signals.size() && i < generator._iobufs.size(); ++i) {
         SignalOutcome& signal = _signals[i];
-        signal.model = text(generator._iobufs[i]->model);
-        Event const* notAvailable = nullptr;
-        Event const* substituted = nullptr;
-        Event const* inputMoved = nullptr;
-        while (next < _events.size()) {
-            Event const& event = _events[next];
-            if (event.args.size() < 2 || event.args[1] != signal.name)
-                break;
-            if (event.message == IBS_MSG_1028) {
-                if (inputMoved != nullptr || signal.portType != "IN")
-                    break;
-                inputMoved = &event;
-            } else if (event.message == IBS_MSG_1010) {
-                if (!signal.model.empty())
-                    break;
-                notAvailable = &event;
-            } else {
-                if (event.args.size() < 3 || event.args[2] != signal.model)
-                    break;
-                substituted = &event;
-            }
-            ++next;
-            if (event.message != IBS_MSG_1028)
-                break; // the last report of a signal's turn
-        }
-        if (notAvailable != nullptr) {
-            signal.outcome = "missing";
-            signal.key = notAvailable->args[0];
-            signal.model.clear();
-        } else if (substituted != nullptr) {
-            signal.outcome = "substituted";
-            signal.key = substituted->args[0];
-        } else if (inputMoved != nullptr) {
-            signal.outcome = "fallback";
-            signal.key = inputMoved->args[0];
-        } else if (!signal.model.empty()) {
-            signal.outcome = "resolved";
-            signal.key = signal.model;
-        } else {
+        IB_IOBUF const* iobuf = generator._iobufs[i];
+        signal.model = text(iobuf->model);
+        auto settled = _settled.find(iobuf);
+        if (settled == _settled.end()) {
             signal.outcome = "none";
+            continue;
         }
+        signal.key = settled->second.first;
+        signal.outcome = outcomeWord(settled->second.second);
         if (signal.outcome == "missing" || signal.outcome == "substituted")
             noteNearest(generator, signal);
     }

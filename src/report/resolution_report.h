@@ -3,19 +3,22 @@
 
 // The resolution report of a pad report run: which model each signal got and
 // why. It is built from what the generator did, its signal records after the
-// walk and the reports the walk posted, and written after the run as CSV,
+// walk and the outcome the walk settled for each, with the key it built
+// (resolve/signal_outcome.h), and written after the run as CSV,
 // for a file name ending in ".json" as one JSON document, and for one ending
 // in ".html" as a page with the package's pin map and the curves of the
 // design's models.
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "driver/messages.h"
+#include "resolve/signal_outcome.h"
 #include "writer/design_file_options.h"
 
 class IBIS_MODEL;
+class IB_IOBUF;
 
 // The outcomes a signal may have, in the order the report counts them.
 inline constexpr char const* kReportOutcomes[] = {"resolved", "fallback", "substituted", "missing", "none"};
@@ -35,10 +38,10 @@ struct SignalOutcome {
 
 class ResolutionReport {
 public:
-    // Notes the signals as the pad report gave them and starts listening to
-    // the walk's reports; call right before setDesignModels.
+    // Notes the signals as the pad report gave them and starts observing the
+    // walk's outcomes; call right before setDesignModels.
     void beforeWalk(IBIS_MODEL const& generator);
-    // Stops listening and settles each signal's outcome; call right after.
+    // Stops observing and takes each signal's outcome; call right after.
     void afterWalk(IBIS_MODEL const& generator);
     // Notes the design's models once the design file is written (the D-PHY
     // rows add theirs while it is written), the [Pin] row names and the
@@ -71,17 +74,14 @@ public:
     static std::vector<std::string> signalFields(SignalOutcome const& signal);
 
 private:
-    // A report of the walk naming a signal: its id and its arguments.
-    struct Event {
-        IbsMessage message;
-        std::vector<std::string> args;
-    };
-    static void observe(IbsMessage message, std::initializer_list<char const*> args, void* self);
+    // What the walk settled for a signal: the key it built and the outcome.
+    static void observe(IBIS_MODEL const& generator, IB_IOBUF const& signal, std::string const& key,
+                        IbsSignalOutcome outcome, void* self);
     // The nearest model of the signal's key and its differences, where they
     // belong in the report.
     void noteNearest(IBIS_MODEL const& generator, SignalOutcome& signal);
 
-    std::vector<Event> _events;
+    std::map<IB_IOBUF const*, std::pair<std::string, IbsSignalOutcome>> _settled;
     std::vector<SignalOutcome> _signals;
     std::vector<std::pair<std::string, int>> _models;
     std::string _padFile, _masterFile, _family, _part, _package, _component;
