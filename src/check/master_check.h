@@ -55,6 +55,19 @@ public:
         _context.master = true;
     }
 
+    void feed(ibis::Line const& line);
+    // Takes the rows of a table that stand next in the source in one go,
+    // with the findings that feed() would give for them, and tells how many
+    // bytes it took: the lines that change nothing but the table being
+    // read. Takes nothing while the frame is still being read.
+    std::size_t feedRows(ibis::LineSource& source);
+    std::vector<Finding> finish(int lines);
+
+private:
+    // A large file is checked in two parts at once (master_parts.cpp); what
+    // follows is how the two parts meet, for that reading alone.
+    friend class MasterParts;
+
     // A check of the rest of a file from one of its [Model] lines on, whose
     // frame (naming tables, component, package, [Pin] list) lies ahead.
     MasterCheck(std::string const& family, Header const& header) : MasterCheck(family)
@@ -66,15 +79,6 @@ public:
         _header = header;
         _context.version = header.version;
     }
-
-    void feed(ibis::Line const& line);
-    // Takes the rows of a table that stand next in the source in one go,
-    // with the findings that feed() would give for them, and tells how many
-    // bytes it took: the lines that change nothing but the table being
-    // read. Takes nothing while the frame is still being read.
-    std::size_t feedRows(ibis::LineSource& source);
-    std::vector<Finding> finish(int lines);
-
     // The state ahead of the current line is what a check of the rest of
     // the file from here would assume.
     bool canHandOver(Header const& header) const;
@@ -93,7 +97,6 @@ public:
     // The end of the file, for the frame; all findings in line order.
     std::vector<Finding> finishFrame(int lines);
 
-private:
     // The naming section, the package and the [Pin] list are behind: no
     // rule of the frame reads the lines that follow.
     bool frameRead() const;

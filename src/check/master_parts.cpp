@@ -57,11 +57,24 @@ std::uintmax_t splitPoint(std::istream& in, std::uintmax_t from, Header& header)
     return 0;
 }
 
-// Checks the part of the file from byte `from` on, its first line numbered
-// `first`, up to its end or until stop is set; lines gets the number of
-// its last line. False when it could not be read, or was stopped.
-bool checkPart(std::string const& path, std::uintmax_t from, int first, std::atomic<bool> const& stop,
-               MasterCheck& check, int& lines)
+} // namespace
+
+// The two parts of a large file and how they meet.
+class MasterParts {
+public:
+    static bool check(std::string const& path, std::string const& family, std::vector<Finding>& findings);
+
+private:
+    // Checks the part of the file from byte `from` on, its first line
+    // numbered `first`, up to its end or until stop is set; lines gets the
+    // number of its last line. False when it could not be read, or was
+    // stopped.
+    static bool checkPart(std::string const& path, std::uintmax_t from, int first, std::atomic<bool> const& stop,
+                          MasterCheck& check, int& lines);
+};
+
+bool MasterParts::checkPart(std::string const& path, std::uintmax_t from, int first, std::atomic<bool> const& stop,
+                            MasterCheck& check, int& lines)
 {
     std::ifstream in(path, std::ios::binary);
     if (!in || !in.seekg(static_cast<std::streamoff>(from)))
@@ -77,9 +90,12 @@ bool checkPart(std::string const& path, std::uintmax_t from, int first, std::ato
     return !stop && !in.bad();
 }
 
-} // namespace
-
 bool checkMasterPath(std::string const& path, std::string const& family, std::vector<Finding>& findings)
+{
+    return MasterParts::check(path, family, findings);
+}
+
+bool MasterParts::check(std::string const& path, std::string const& family, std::vector<Finding>& findings)
 {
     std::ifstream in(path, std::ios::binary);
     if (!in)
