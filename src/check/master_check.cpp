@@ -347,7 +347,7 @@ std::size_t MasterCheck::feedRows(ibis::LineSource& source)
         return 0;
     int const first = source.lastNumber() + 1;
     int lines = 0;
-    std::size_t const bytes = _reader.feedRows(source.ahead(), first, _comment.current(), kNamingLineLimit, lines);
+    std::size_t const bytes = _rows.take(_reader, source.ahead(), first, _comment.current(), kNamingLineLimit, lines);
     if (lines == 0)
         return 0;
     source.skip(bytes, lines);

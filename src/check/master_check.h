@@ -16,6 +16,7 @@
 #include "ibis/ibis_syntax.h"
 #include "ibis/line_source.h"
 #include "ibis/model_reader.h"
+#include "ibis/row_reader.h"
 
 namespace ibischeck {
 
@@ -152,8 +153,9 @@ private:
     // Package models behind the models.
     PackageRules _packages;
 
-    // Model blocks.
+    // Model blocks, and the rows of their tables taken in bulk.
     ibis::ModelReader _reader;
+    ibis::RowReader _rows;
     std::optional<BlockCopy> _block;  // its copy still open
     std::vector<BlockCopy> _awaiting; // copy ended, its model still read
     std::vector<std::pair<std::string, int>> _blocks;

@@ -92,14 +92,6 @@ public:
     // line that ends a block hands the block to the sink first. key: the
     // keywordKey() of a keyword line, for a caller that has it already.
     bool feed(Line const& line, char comment, std::string const* key = nullptr);
-    // Takes in one go the lines at the front of text, the first of them
-    // line number `first`, that feed() would read as rows of the open
-    // section, with the same rows: each whole (ended by its LF), holding no
-    // "[" and at most `longest` bytes with its CR. Stops ahead of the first
-    // other line. Returns the bytes taken, and in lines how many lines. The
-    // comment character is the one that feed() got; it changes only at a
-    // [Comment Char] line, which no block holds.
-    std::size_t feedRows(std::string_view text, int first, char comment, std::size_t longest, int& lines);
     // The end of the file: hands out the block that is still open.
     void finish();
     // Forgets the block that is open without handing it out.
@@ -108,10 +100,13 @@ public:
     // True while a block is open.
     bool inModel() const { return _open; }
 
-private:
-    void close(std::string endedBy);
-    void open(Line const& line, char comment);
-    void recycle();
+    // For a reader that takes rows in bulk beside this one (RowReader): the
+    // open section's rows, or null while no section is open; whether they
+    // keep every value; a number that changes whenever a section opens or
+    // a block ends.
+    std::vector<Row>* openRows() { return _open && !_model.sections.empty() ? &_model.sections.back().rows : nullptr; }
+    bool keepsEveryValue() const { return _keepAll; }
+    unsigned sectionSerial() const { return _sectionSerial; }
     // Where the first four fields of a row start (from its line's start),
     // and where their digits stand.
     struct RowLayout {
@@ -119,14 +114,16 @@ private:
         NumberLayout numbers[4];
     };
     // Reads the row of numbers in [p, end) (p at its first field) into a
-    // new row of the open section; layout, when given, gets where its
-    // fields and their digits stand, counted from `line`.
+    // new row of the open section, as feed() does; layout, when given, gets
+    // where its fields and their digits stand, counted from `line`.
     void readRow(char const* p, char const* end, char comment, int number, char const* line, RowLayout* layout);
-    bool matchesPattern(char const* p) const;
-    // Reads the lines at p that match the pattern, up to end; tells where
-    // it stopped and counts the lines, the first numbered first + lines.
-    char const* readPatternRows(char const* p, char const* end, int first, char comment, int& lines);
-    void keepPattern(char const* text, std::size_t size, bool crlf, RowLayout const& layout);
+    // Rows taken in bulk up to line `last` of the block.
+    void rowsTaken(int last) { _model.lastLine = last; }
+
+private:
+    void close(std::string endedBy);
+    void open(Line const& line, char comment);
+    void recycle();
 
     Sink _sink;
     WholeRows _wholeRows = nullptr;
@@ -137,23 +134,13 @@ private:
     std::vector<Section> _spareSections;             // emptied, their storage kept
     std::vector<std::vector<std::string>> _spareFields; // of lines of words
 
-    // The last row that feedRows() read field by field, as a pattern of its
-    // bytes with every digit read as "0". A line of the same pattern has
-    // its fields at the same places and of the same kinds (its numbers
-    // differ in digits only), so only the values that rows keep are read.
-    static constexpr std::size_t kPatternWords = 32; // lines of up to 256 bytes with their end
-    struct RowPattern {
-        bool valid = false;
-        std::size_t size = 0; // of the text, without the line end
-        bool crlf = false;
-        std::size_t words = 0;
-        std::uint64_t text[kPatternWords];  // 8 bytes a word, digits as "0", the line end included
-        std::uint64_t limit[kPatternWords]; // per byte 0x89 at a digit, 0x80 elsewhere
-        std::uint64_t lastUsed = 0;         // per byte of the last word 0x80 within the line
-        RowLayout layout;
-        Row row; // the row read: fields and kinds
-    } _pattern;
+    unsigned _sectionSerial = 0;
 };
+
+// A line of words under a keyword, text starting at its first field: it
+// starts with a letter and its first field is not "NA". Anything else there
+// is a row of numbers (read, and judged, as numbers).
+bool isWordLine(std::string_view text, char comment);
 
 // True for keywords that end a [Model] block (file and component level).
 bool endsModel(std::string_view key);

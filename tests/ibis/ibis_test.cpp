@@ -12,6 +12,7 @@
 #include "ibis/ibis_syntax.h"
 #include "ibis/line_source.h"
 #include "ibis/model_reader.h"
+#include "ibis/row_reader.h"
 
 namespace {
 
@@ -263,6 +264,7 @@ std::vector<ibis::Model> readBlocks(std::string const& text, ibis::ModelReader::
     std::vector<ibis::Model> models;
     auto keep = [&](ibis::Model const& model) { models.push_back(model); };
     ibis::ModelReader reader = wholeRows != nullptr ? ibis::ModelReader(keep, wholeRows) : ibis::ModelReader(keep);
+    ibis::RowReader rowReader;
     std::istringstream in(text);
     ibis::LineSource lines(in);
     ibis::CommentChar comment;
@@ -272,7 +274,7 @@ std::vector<ibis::Model> readBlocks(std::string const& text, ibis::ModelReader::
             comment.change(ibis::keywordRest(line.text));
         int rows = 0;
         std::size_t const bytes =
-            bulk ? reader.feedRows(lines.ahead(), lines.lastNumber() + 1, comment.current(), 254, rows) : 0;
+            bulk ? rowReader.take(reader, lines.ahead(), lines.lastNumber() + 1, comment.current(), 254, rows) : 0;
         lines.skip(bytes, rows);
         taken += rows;
     }
