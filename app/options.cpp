@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "driver/family_table.h"
 #include "ibis/ibis_syntax.h"
-#include "pad/family_rules.h"
 
 char const* usageText()
 {

@@ -64,7 +64,7 @@ void IBS_GEN::initFiles(char const* designFile, char const* masterIbisFile)
         if (rxMissing || txMissing || bad)
             ibsExit(2);
 
-        _designBaseName = ibsSplitPath(*this, _designFile).name;
+        _designBaseName = ibsSplitPath(_designFile).name;
     } else {
         std::string::size_type dot = _designFile.rfind('.');
         _designIbisFile = dot == std::string::npos ? _designFile : _designFile.substr(0, dot) + ".ibs";
@@ -79,12 +79,12 @@ namespace {
 
 // The AMI executables lie beside the SerDes master file: "CVN_" + the
 // master's prefix + the side's suffix.
-std::string executableFor(IBIS_MODEL& model, std::string path, char const* suffix)
+std::string executableFor(std::string path, char const* suffix)
 {
     std::string::size_type at = path.rfind("serdes.ibs");
     if (at != std::string::npos)
         path.erase(at);
-    IbsPathParts parts = ibsSplitPath(model, path);
+    IbsPathParts parts = ibsSplitPath(path);
     return parts.drive + parts.directory + "CVN_" + parts.name + suffix;
 }
 
@@ -92,12 +92,12 @@ std::string executableFor(IBIS_MODEL& model, std::string path, char const* suffi
 
 void IBS_GEN::getAmiRxExecutableFile(std::string& path)
 {
-    path = executableFor(*this, path, "rx_ami.so");
+    path = executableFor(path, "rx_ami.so");
 }
 
 void IBS_GEN::getAmiTxExecutableFile(std::string& path)
 {
-    path = executableFor(*this, path, "tx_ami.so");
+    path = executableFor(path, "tx_ami.so");
 }
 
 std::string ibsAmiOutputDirectory()
@@ -111,7 +111,7 @@ std::vector<IbsAmiFile> ibsAmiFiles(IBS_GEN& generator)
     std::vector<IbsAmiFile> files;
     // The set's copies keep their own names.
     auto copy = [&](IbsFileRole role, std::string const& source) {
-        IbsPathParts const parts = ibsSplitPath(generator, source);
+        IbsPathParts const parts = ibsSplitPath(source);
         files.push_back({role, source, ibsUnixPath(outputDir + "\\" + parts.name + parts.extension), nullptr});
     };
     copy(IBS_FILE_SERDES_MASTER, generator._masterIbisFile);

@@ -24,13 +24,6 @@ std::string_view tokenAt(std::string_view line, std::size_t n)
     }
 }
 
-std::string upperCase(std::string text)
-{
-    for (char& c : text)
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return text;
-}
-
 std::string trimmed(std::string_view text)
 {
     auto blank = [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; };

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "check/ibis_check.h"
+#include "ibis/ibis_syntax.h"
 #include "ibis/line_source.h"
 #include "master/naming_headings.h"
 
@@ -19,7 +20,7 @@ namespace ibischeck {
 // The blank-separated token (blanks and tabs) at n (from 0), empty for a
 // line with fewer.
 std::string_view tokenAt(std::string_view line, std::size_t n);
-std::string upperCase(std::string text);
+using ibis::upperCase;
 std::string trimmed(std::string_view text);
 // First non-blank character is the IBIS comment character "|".
 bool isComment(std::string_view line);

@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include "driver/basibsgen.h"
-#include "pad/family_rules.h"
+#include "driver/family_table.h"
 
 namespace console {
 

@@ -1,9 +1,9 @@
 #include <cstring>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
-#include "pad/family_rules.h"
 
 std::string IBIS_MODEL::_input_dev_name;
 bool IBIS_MODEL::_is_ncd_flow = false;

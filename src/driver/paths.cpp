@@ -4,6 +4,7 @@
 
 #include "driver/load_time.h"
 #include "host/ut_filemanager.h"
+#include "host/ut_path.h"
 
 namespace {
 
@@ -27,11 +28,17 @@ std::string ibsCurrentDir()
     return dir;
 }
 
-IbsPathParts ibsSplitPath(IBIS_MODEL& model, std::string const& path)
+IbsPathParts ibsSplitPath(std::string const& path)
 {
-    std::vector<char> drive(pathSize + 2), directory(pathSize + 2), name(pathSize + 2),
-        extension(pathSize + 2);
-    model.split_file_name(path.c_str(), drive.data(), directory.data(), name.data(),
-                          extension.data());
-    return {drive.data(), directory.data(), name.data(), extension.data()};
+    std::vector<char> directory(pathSize + 2), name(pathSize + 2), extension(pathSize + 2);
+    ut_pathgethead(path.c_str(), directory.data());
+    std::string head = directory.data();
+    if (head.size() > 2 && head.back() != '/')
+        head += "/";
+    ut_pathgetbase(path.c_str(), name.data());
+    ut_pathgetext(path.c_str(), extension.data());
+    std::string ext = extension.data();
+    if (ext.empty() || ext[0] != '.')
+        ext = "." + ext;
+    return {"", head, name.data(), ext};
 }

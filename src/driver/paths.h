@@ -6,21 +6,22 @@
 
 #include <string>
 
-#include "driver/basibsgen.h"
-
 // path with its backslashes turned into slashes.
 std::string ibsUnixPath(std::string const& path);
 
 // The current directory, as the host gives it.
 std::string ibsCurrentDir();
 
-// The four parts that split_file_name gives for a path.
+// The four parts of a path, as split_file_name gives them: no drive; the
+// directory, with a "/" behind it when it is longer than two characters;
+// the name without directory and extension; the extension, with its point
+// ("." alone for none).
 struct IbsPathParts {
     std::string drive;
     std::string directory;
     std::string name;
     std::string extension;
 };
-IbsPathParts ibsSplitPath(IBIS_MODEL& model, std::string const& path);
+IbsPathParts ibsSplitPath(std::string const& path);
 
 #endif

@@ -73,6 +73,14 @@ std::string joinFields(std::vector<std::string> const& fields, std::size_t from)
     return text;
 }
 
+std::string upperCase(std::string_view text)
+{
+    std::string upper(text);
+    for (char& c : upper)
+        c = upperCase(c);
+    return upper;
+}
+
 bool sameWord(std::string_view a, std::string_view b)
 {
     if (a.size() != b.size())

@@ -38,6 +38,14 @@ inline char lowerCase(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+// A letter in upper case, any other byte as it is (ASCII only, whatever
+// the locale); and a text so.
+inline char upperCase(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+std::string upperCase(std::string_view text);
+
 // The same word in any letter case: sub-parameter names and reserved words
 // ("Model_type", "Non-Inverting") compare so.
 bool sameWord(std::string_view a, std::string_view b);

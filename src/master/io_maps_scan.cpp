@@ -4,11 +4,11 @@
 #include <cstring>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "host/ut_string.h"
 #include "master/naming_headings.h"
-#include "pad/family_rules.h"
 
 bool IBIS_MODEL::loadDevIoMaps()
 {

@@ -1,6 +1,5 @@
 #include "master/master_lines.h"
 
-#include <cctype>
 #include <cstring>
 #include <vector>
 
@@ -31,16 +30,12 @@ bool ibsIsComponentLine(std::string_view line)
 
 bool ibsIsPinListHeading(std::string_view line)
 {
-    // "[PIN]" in any letter case: five characters compared one by one.
-    line = line.substr(0, line.find('\0'));
-    for (std::size_t at = line.find('['); at != std::string_view::npos && at + 5 <= line.size();
-         at = line.find('[', at + 1)) {
-        if (std::toupper(static_cast<unsigned char>(line[at + 1])) == 'P' &&
-            std::toupper(static_cast<unsigned char>(line[at + 2])) == 'I' &&
-            std::toupper(static_cast<unsigned char>(line[at + 3])) == 'N' && line[at + 4] == ']')
-            return true;
-    }
-    return false;
+    // Most lines hold no bracket: one quick test each.
+    if (line.find('[') == std::string_view::npos)
+        return false;
+    std::vector<char> upper = buffer(line);
+    ut_strupr(upper.data());
+    return std::strstr(upper.data(), "[PIN]") != nullptr;
 }
 
 bool ibsEndsPinList(std::string_view line)

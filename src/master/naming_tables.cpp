@@ -4,12 +4,12 @@
 #include <cstring>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
 #include "master/naming_headings.h"
-#include "pad/family_rules.h"
 
 std::map<std::string, std::string> IBIS_MODEL::readNamingTable(NamingTableRule rule)
 {

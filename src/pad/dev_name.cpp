@@ -4,11 +4,11 @@
 #include <fstream>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
-#include "pad/family_rules.h"
 #include "pad/file_names.h"
 #include "pad/line_tokens.h"
 #include "pad/pad_lines.h"

@@ -6,6 +6,7 @@
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
+#include "driver/paths.h"
 #include "host/ut_path.h"
 #include "host/ut_string.h"
 #include "pad/file_names.h"
@@ -39,17 +40,11 @@ void IBIS_MODEL::initFiles(char const* padFile, char const* masterIbisFile)
 void IBIS_MODEL::split_file_name(char const* path, char* drive, char* directory, char* name,
                                  char* extension)
 {
-    drive[0] = '\0';
-    ut_pathgethead(path, directory);
-    size_t length = std::strlen(directory);
-    if (length > 2 && directory[length - 1] != '/')
-        std::strcat(directory, "/");
-    ut_pathgetbase(path, name);
-    ut_pathgetext(path, extension);
-    if (extension[0] != '.') {
-        std::memmove(extension + 1, extension, std::strlen(extension) + 1);
-        extension[0] = '.';
-    }
+    IbsPathParts const parts = ibsSplitPath(path);
+    std::strcpy(drive, parts.drive.c_str());
+    std::strcpy(directory, parts.directory.c_str());
+    std::strcpy(name, parts.name.c_str());
+    std::strcpy(extension, parts.extension.c_str());
 }
 
 void IBIS_MODEL::get_device_status(char const* masterIbisFile, std::string& status)

@@ -3,11 +3,11 @@
 #include <cstring>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
-#include "pad/family_rules.h"
 #include "pad/pad_lines.h"
 
 void IBIS_MODEL::setPinInfo(char* line)

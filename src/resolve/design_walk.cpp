@@ -4,10 +4,10 @@
 #include <cstring>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "host/ut_string.h"
-#include "pad/family_rules.h"
 #include "resolve/attribute_passes.h"
 #include "resolve/walk_steps.h"
 

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "driver/line_reader.h"
+#include "ibis/ibis_syntax.h"
 #include "ibis/line_source.h"
 #include "pad/pad_lines.h"
 
@@ -21,15 +22,6 @@ std::size_t const kLineLimit = IBS_LINE_SIZE - 1;
 bool holds(std::string const& upper, char const* heading)
 {
     return upper.find(heading) != std::string::npos;
-}
-
-std::string upperCase(std::string_view text)
-{
-    std::string upper(text);
-    for (char& c : upper)
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    return upper;
 }
 
 } // namespace
@@ -67,7 +59,7 @@ PadScan scanPadReport(std::string const& path)
         lastEnded = line.ended;
         std::string_view::size_type const first = line.text.find_first_not_of(" \t");
         lastCarries = first != std::string_view::npos && line.text[first] != IBS_PAD_TABLE_RULE;
-        std::string const upper = upperCase(line.text);
+        std::string const upper = ibis::upperCase(line.text);
         if (tableRows != 0) {
             if (line.number >= tableRows && !line.text.empty() && line.text[0] == IBS_PAD_TABLE_RULE) {
                 tableRows = 0;

@@ -5,11 +5,11 @@
 #include <cstdio>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/load_time.h"
 #include "driver/paths.h"
 #include "host/ut_filemanager.h"
 #include "host/ut_string.h"
-#include "pad/family_rules.h"
 
 namespace {
 
@@ -64,14 +64,14 @@ IbsDesignPaths ibsDesignPaths(IBIS_MODEL& model, int btnCount)
     }
 
     paths.packageFileName = ibsPackageFileName(model);
-    paths.packageSource = ibsBeside(model, model._masterIbisFile, paths.packageFileName);
-    paths.packageTarget = ibsBeside(model, paths.designFile, paths.packageFileName);
+    paths.packageSource = ibsBeside(model._masterIbisFile, paths.packageFileName);
+    paths.packageTarget = ibsBeside(paths.designFile, paths.packageFileName);
     return paths;
 }
 
-std::string ibsBeside(IBIS_MODEL& model, std::string const& path, std::string const& name)
+std::string ibsBeside(std::string const& path, std::string const& name)
 {
-    IbsPathParts const parts = ibsSplitPath(model, path);
+    IbsPathParts const parts = ibsSplitPath(path);
     return ibsUnixPath(parts.drive + parts.directory + name);
 }
 
@@ -86,7 +86,7 @@ std::string ibsPackageFileName(IBIS_MODEL& model)
 {
     // The master's name, the device's speed and package suffix, the package
     // kind and its pin count.
-    IbsPathParts const master = ibsSplitPath(model, model._masterIbisFile);
+    IbsPathParts const master = ibsSplitPath(model._masterIbisFile);
     std::string fileName = master.name;
     std::string const& device = IBIS_MODEL::_input_dev_name;
     std::string::size_type dash = device.rfind('-');

@@ -41,7 +41,7 @@ IbsDesignPaths ibsDesignPaths(IBIS_MODEL& model, int btnCount);
 std::string ibsCompanionFileName(std::string const& stem, int index, int count);
 
 // The file of that name in the directory of path.
-std::string ibsBeside(IBIS_MODEL& model, std::string const& path, std::string const& name);
+std::string ibsBeside(std::string const& path, std::string const& name);
 
 // The package model file's name: the master's name, the device's suffix, the
 // package kind and its pin count, in lower case.

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
@@ -13,7 +14,6 @@
 #include "host/ut_timestamp.h"
 #include "host/ut_version.h"
 #include "master/master_lines.h"
-#include "pad/family_rules.h"
 #include "writer/bulk_output.h"
 #include "writer/copy_lines.h"
 #include "writer/design_file_options.h"

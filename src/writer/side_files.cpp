@@ -5,12 +5,12 @@
 #include <cstring>
 
 #include "driver/basibsgen.h"
+#include "driver/family_table.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "driver/paths.h"
 #include "host/ut_filemanager.h"
 #include "host/ut_string.h"
-#include "pad/family_rules.h"
 #include "writer/design_paths.h"
 
 void IBIS_MODEL::writeFileLocation()
@@ -54,7 +54,7 @@ void IBIS_MODEL::writeBtnFile(std::string stem, std::string source, int count)
 void IBIS_MODEL::writePackageFile()
 {
     std::string const fileName = ibsPackageFileName(*this);
-    std::string const source = ibsBeside(*this, _masterIbisFile, fileName);
+    std::string const source = ibsBeside(_masterIbisFile, fileName);
     if (!ut_file.exist(source.c_str())) {
         if (ibsPartSaysMissingPackageFile(_partName))
             ibsPrint(IBS_OUTPUT_FILE_MISSING,
@@ -64,7 +64,7 @@ void IBIS_MODEL::writePackageFile()
                      IBS_FILE_PACKAGE, fileName.c_str());
         return;
     }
-    std::string const target = ibsBeside(*this, _designIbisFile, fileName);
+    std::string const target = ibsBeside(_designIbisFile, fileName);
     ibsPrint(IBS_OUTPUT_FILE_WRITTEN, ibsText("\nGenerating package file:  \"%s\"\n\n", {target.c_str()}),
              IBS_FILE_PACKAGE, target.c_str());
     if (!ut_file.copy(source.c_str(), target.c_str())) {

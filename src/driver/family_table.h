@@ -1,5 +1,5 @@
-#ifndef PAD2IBIS_PAD_FAMILY_RULES_H
-#define PAD2IBIS_PAD_FAMILY_RULES_H
+#ifndef PAD2IBIS_DRIVER_FAMILY_TABLE_H
+#define PAD2IBIS_DRIVER_FAMILY_TABLE_H
 
 // The device families the generator knows, and every rule of a family, in
 // one place: a family is found, and added, here. The rules come in the kinds
