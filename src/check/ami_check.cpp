@@ -176,7 +176,9 @@ void checkFormat(AmiParameter const& p, AmiFormat const& format, std::string con
     }
 }
 
-void checkParameter(AmiParameter const& p, bool resolveExists, std::vector<Finding>& findings)
+// The leaves of a parameter: each a list of a leaf IBIS names, each but a
+// format once.
+void checkLeaves(AmiParameter const& p, std::vector<Finding>& findings)
 {
     std::map<std::string, int> seen;
     for (AmiNode const& leaf : p.node->rest()) {
@@ -197,48 +199,54 @@ void checkParameter(AmiParameter const& p, bool resolveExists, std::vector<Findi
         if (head == "Description")
             checkDescription(leaf, p.name, findings);
     }
+}
 
-    std::string usage;
+// The parameter's Usage, or "" when it has none that IBIS names.
+std::string checkUsage(AmiParameter const& p, bool resolveExists, std::vector<Finding>& findings)
+{
     if (p.usage == nullptr) {
         addError(findings, p.node->line, p.name + " has no Usage");
-    } else {
-        AmiItems const values = p.usage->rest();
-        usage = values.size() == 1 && values[0].kind == AmiNode::Word ? values[0].text : "";
-        if (usage != "In" && usage != "Out" && usage != "InOut" && usage != "Info" && usage != "Dep") {
-            addError(findings, p.usage->line,
-                     p.name + ": Usage " + (values.empty() ? "without a value" : words(values)) +
-                         " is none of In, Out, InOut, Info, Dep");
-            usage.clear();
-        } else if (usage == "Dep" && !resolveExists) {
-            addError(findings, p.usage->line,
-                     p.name + ": Usage Dep needs Resolve_Exists True among the reserved parameters");
-        }
+        return "";
     }
+    AmiItems const values = p.usage->rest();
+    std::string const usage = values.size() == 1 && values[0].kind == AmiNode::Word ? values[0].text : "";
+    if (usage != "In" && usage != "Out" && usage != "InOut" && usage != "Info" && usage != "Dep") {
+        addError(findings, p.usage->line,
+                 p.name + ": Usage " + (values.empty() ? "without a value" : words(values)) +
+                     " is none of In, Out, InOut, Info, Dep");
+        return "";
+    }
+    if (usage == "Dep" && !resolveExists)
+        addError(findings, p.usage->line, p.name + ": Usage Dep needs Resolve_Exists True among the reserved parameters");
+    return usage;
+}
 
-    std::vector<AmiFormat> formats;
-    for (AmiNode const* leaf : p.formats)
-        formats.push_back(amiFormatOf(*leaf));
-    bool const table = !formats.empty() && formats[0].name == "Table";
-    std::string type;
+// The parameter's Type, or "" when it has none that IBIS names; a Table
+// has one for each column.
+std::string checkType(AmiParameter const& p, bool table, std::vector<Finding>& findings)
+{
     if (p.type == nullptr) {
         addError(findings, p.node->line, p.name + " has no Type");
-    } else {
-        AmiItems const types = p.type->rest();
-        for (AmiNode const& t : types)
-            if (t.kind != AmiNode::Word || !amiIsType(t.text))
-                addError(findings, t.line, p.name + ": Type " + amiText(t) + " is none of Integer, Float, UI, Tap, "
-                                                                              "Boolean, String");
-        if (types.empty())
-            addError(findings, p.type->line, p.name + ": Type without a value");
-        else if (types.size() > 1 && !table)
-            addError(findings, p.type->line,
-                     p.name + ": Type names " + std::to_string(types.size()) +
-                         " types; only a Table has one for each column");
-        type = amiTypeOf(p);
-        if (!amiIsType(type))
-            type.clear();
+        return "";
     }
+    AmiItems const types = p.type->rest();
+    for (AmiNode const& t : types)
+        if (t.kind != AmiNode::Word || !amiIsType(t.text))
+            addError(findings, t.line,
+                     p.name + ": Type " + amiText(t) + " is none of Integer, Float, UI, Tap, Boolean, String");
+    if (types.empty())
+        addError(findings, p.type->line, p.name + ": Type without a value");
+    else if (types.size() > 1 && !table)
+        addError(findings, p.type->line,
+                 p.name + ": Type names " + std::to_string(types.size()) + " types; only a Table has one for each column");
+    std::string const type = amiTypeOf(p);
+    return amiIsType(type) ? type : "";
+}
 
+// A reserved parameter's Usage and Type are fixed.
+void checkReserved(AmiParameter const& p, std::string const& usage, std::string const& type,
+                   std::vector<Finding>& findings)
+{
     for (ReservedRule const& rule : kReserved) {
         if (!p.reserved || p.name != rule.name)
             continue;
@@ -249,19 +257,13 @@ void checkParameter(AmiParameter const& p, bool resolveExists, std::vector<Findi
             addError(findings, p.type->line,
                      p.name + ": Type " + type + "; the reserved parameter " + p.name + " is Type " + rule.type);
     }
+}
 
-    if (formats.empty() && p.defaultValue == nullptr)
-        addError(findings, p.node->line, p.name + " has no format (Value, Range, List, Corner, Increment, Steps, "
-                                                  "Table) and no Default");
-    for (std::size_t i = 1; i < formats.size(); ++i)
-        addError(findings, formats[i].line,
-                 p.name + " has a second format, " + (formats[i].name.empty() ? "Format" : formats[i].name) +
-                     " (the first at line " + std::to_string(formats[0].line) + ")");
-    if (!formats.empty())
-        checkFormat(p, formats[0], type, findings);
-
-    if (p.defaultValue == nullptr)
-        return;
+// The Default: not beside a Value, nor of a format that takes none; one
+// value of the Type, inside the format's bounds.
+void checkDefault(AmiParameter const& p, std::vector<AmiFormat> const& formats, std::string const& type,
+                  std::vector<Finding>& findings)
+{
     int const line = p.defaultValue->line;
     std::string const format = formats.empty() ? "" : formats[0].name;
     if (format == "Value") {
@@ -288,6 +290,29 @@ void checkParameter(AmiParameter const& p, bool resolveExists, std::vector<Findi
         if (!outside.empty())
             addError(findings, value[0].line, p.name + ": Default " + amiText(value[0]) + " is " + outside);
     }
+}
+
+void checkParameter(AmiParameter const& p, bool resolveExists, std::vector<Finding>& findings)
+{
+    checkLeaves(p, findings);
+    std::string const usage = checkUsage(p, resolveExists, findings);
+    std::vector<AmiFormat> formats;
+    for (AmiNode const* leaf : p.formats)
+        formats.push_back(amiFormatOf(*leaf));
+    std::string const type = checkType(p, !formats.empty() && formats[0].name == "Table", findings);
+    checkReserved(p, usage, type, findings);
+
+    if (formats.empty() && p.defaultValue == nullptr)
+        addError(findings, p.node->line, p.name + " has no format (Value, Range, List, Corner, Increment, Steps, "
+                                                  "Table) and no Default");
+    for (std::size_t i = 1; i < formats.size(); ++i)
+        addError(findings, formats[i].line,
+                 p.name + " has a second format, " + (formats[i].name.empty() ? "Format" : formats[i].name) +
+                     " (the first at line " + std::to_string(formats[0].line) + ")");
+    if (!formats.empty())
+        checkFormat(p, formats[0], type, findings);
+    if (p.defaultValue != nullptr)
+        checkDefault(p, formats, type, findings);
 }
 
 // True when Resolve_Exists is there with the value True.
