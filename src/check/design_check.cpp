@@ -360,7 +360,9 @@ void DesignCheck::checkSelectors()
 
 void DesignCheck::checkPackageModelNames()
 {
-    for (auto const& [line, name] : _packageModelUses) {
+    for (auto const& use : _packageModelUses) {
+        int const line = use.first;
+        std::string const& name = use.second;
         auto const& models = _packages.models();
         bool const here = std::any_of(models.begin(), models.end(), [&](auto const& m) { return m.first == name; });
         if (name.empty())

@@ -67,6 +67,14 @@ std::streamsize ibsReadLineCounted(std::istream& in, char* buf, int size)
     return taken;
 }
 
+std::vector<char> ibsLineBuffer(std::string_view line)
+{
+    line = line.substr(0, line.find('\0'));
+    std::vector<char> text(line.begin(), line.end());
+    text.push_back('\0');
+    return text;
+}
+
 std::streamsize ibsSkipPlainLines(std::istream& in, char mark, int size)
 {
     if (!in.good())

@@ -6,6 +6,8 @@
 
 #include <cstdio>
 #include <istream>
+#include <string_view>
+#include <vector>
 
 // Line buffers: the pad report and the naming section of the master file,
 // the writers' passes over the master file, AMI parameter templates.
@@ -35,6 +37,10 @@ inline std::istream& ibsReadLine(std::istream& in, char* buf, int size)
 // the buffer ends, and never refills it but when it is empty. Tells how many
 // characters it stepped over.
 std::streamsize ibsSkipPlainLines(std::istream& in, char mark, int size);
+
+// A line as a reader's buffer holds it: its text up to its first NUL, with
+// a NUL behind it, for the string operations that the readers apply.
+std::vector<char> ibsLineBuffer(std::string_view line);
 
 // True once a reading loop has to end: at the end of the file, or when the
 // stream failed (an over-long line or an unreadable file).

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "driver/host_hook.h"
 #include "host/msgmanager.h"
 
 namespace {
@@ -90,10 +91,8 @@ void post(char const* id, std::initializer_list<char const*> args)
     }
 }
 
-IbsReportObserver reportObserver = nullptr;
-void* reportObserverContext = nullptr;
-IbsOutputSink outputSink = nullptr;
-void* outputSinkContext = nullptr;
+IbsHook<IbsReportObserver> reportObserver;
+IbsHook<IbsOutputSink> outputSink;
 
 } // namespace
 
@@ -104,14 +103,13 @@ std::string ibsText(char const* format, std::initializer_list<char const*> args)
 
 void ibsSetOutputSink(IbsOutputSink sink, void* context)
 {
-    outputSink = sink;
-    outputSinkContext = context;
+    outputSink.set(sink, context);
 }
 
 void ibsPrint(IbsOutputKind kind, std::string const& text, IbsFileRole role, char const* path)
 {
-    if (outputSink != nullptr) {
-        outputSink(IbsOutput{kind, text, IBS_MSG_1003, {}, role, path}, outputSinkContext);
+    if (outputSink) {
+        outputSink.function(IbsOutput{kind, text, IBS_MSG_1003, {}, role, path}, outputSink.context);
         return;
     }
     std::fputs(text.c_str(), stdout);
@@ -119,15 +117,14 @@ void ibsPrint(IbsOutputKind kind, std::string const& text, IbsFileRole role, cha
 
 void ibsSetReportObserver(IbsReportObserver observer, void* context)
 {
-    reportObserver = observer;
-    reportObserverContext = context;
+    reportObserver.set(observer, context);
 }
 
 void ibsReport(IbsMessage message, std::initializer_list<char const*> args)
 {
     MessageDef const& def = messageTable[message];
-    if (reportObserver != nullptr)
-        reportObserver(message, args, reportObserverContext);
+    if (reportObserver)
+        reportObserver.function(message, args, reportObserver.context);
     if (UT_MSGMAN::m_msgFlow == 1) {
         post(def.id, args);
         return;
@@ -135,8 +132,9 @@ void ibsReport(IbsMessage message, std::initializer_list<char const*> args)
     std::string text = fillIn(def.fallback, args);
     if (def.byPuts || text.empty() || text.back() != '\n')
         text += '\n';
-    if (outputSink != nullptr) {
-        outputSink(IbsOutput{IBS_OUTPUT_REPORT, text, message, args, IBS_FILE_NONE, nullptr}, outputSinkContext);
+    if (outputSink) {
+        outputSink.function(IbsOutput{IBS_OUTPUT_REPORT, text, message, args, IBS_FILE_NONE, nullptr},
+                            outputSink.context);
         return;
     }
     std::fputs(text.c_str(), stdout);

@@ -3,25 +3,13 @@
 #include <cstring>
 #include <vector>
 
+#include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "host/ut_string.h"
 
-namespace {
-
-// The line as a reader's buffer holds it: up to its first NUL.
-std::vector<char> buffer(std::string_view line)
-{
-    line = line.substr(0, line.find('\0'));
-    std::vector<char> text(line.begin(), line.end());
-    text.push_back('\0');
-    return text;
-}
-
-} // namespace
-
 bool ibsIsComponentLine(std::string_view line)
 {
-    std::vector<char> rest = buffer(line);
+    std::vector<char> rest = ibsLineBuffer(line);
     std::vector<char> token(rest.size());
     ut_strgettoken(rest.data(), token.data(), " ", 0);
     ut_strtrim(token.data());
@@ -33,7 +21,7 @@ bool ibsIsPinListHeading(std::string_view line)
     // Most lines hold no bracket: one quick test each.
     if (line.find('[') == std::string_view::npos)
         return false;
-    std::vector<char> upper = buffer(line);
+    std::vector<char> upper = ibsLineBuffer(line);
     ut_strupr(upper.data());
     return std::strstr(upper.data(), "[PIN]") != nullptr;
 }
@@ -45,7 +33,7 @@ bool ibsEndsPinList(std::string_view line)
 
 IbsPinListRow ibsPinListRow(std::string_view line)
 {
-    std::vector<char> rest = buffer(line);
+    std::vector<char> rest = ibsLineBuffer(line);
     std::vector<char> pin(rest.size()), signal(rest.size()), model(rest.size());
     ut_strgettoken(rest.data(), pin.data(), " ", 0);
     ut_strgettoken(rest.data(), signal.data(), " ", 0);

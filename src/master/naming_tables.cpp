@@ -53,30 +53,33 @@ std::map<std::string, std::string> IBIS_MODEL::readNamingTable(NamingTableRule r
     return table;
 }
 
+namespace {
+
+// A table that must have rows: without any the run ends, naming it.
+std::map<std::string, std::string> withRows(std::map<std::string, std::string> table, char const* name)
+{
+    if (table.empty())
+        ibsFatal(IBS_MSG_1024, {name});
+    return table;
+}
+
+} // namespace
+
 void IBIS_MODEL::loadIotypeMap()
 {
-    std::map<std::string, std::string> table = readNamingTable(NAMING_PLAIN);
-    if (table.empty())
-        ibsFatal(IBS_MSG_1024, {"Io standard"});
-    _devIoMaps["IO_TYPE"] = table;
+    _devIoMaps["IO_TYPE"] = withRows(readNamingTable(NAMING_PLAIN), "Io standard");
     ibsFlagNamingTable(*this, &IBIS_MODEL::loadIotypeMap);
 }
 
 void IBIS_MODEL::loadSlewMap()
 {
-    std::map<std::string, std::string> table = readNamingTable(NAMING_TRIMMED);
-    if (table.empty())
-        ibsFatal(IBS_MSG_1024, {"Slew"});
-    _devIoMaps[_is_ncd_flow ? "SLEWRATE" : "SLEW"] = table;
+    _devIoMaps[_is_ncd_flow ? "SLEWRATE" : "SLEW"] = withRows(readNamingTable(NAMING_TRIMMED), "Slew");
     ibsFlagNamingTable(*this, &IBIS_MODEL::loadSlewMap);
 }
 
 void IBIS_MODEL::loadPullmodeMap()
 {
-    std::map<std::string, std::string> table = readNamingTable(NAMING_PULL);
-    if (table.empty())
-        ibsFatal(IBS_MSG_1024, {"pullmode"});
-    _devIoMaps[_is_ncd_flow ? "PULLMODE" : "PULL"] = table;
+    _devIoMaps[_is_ncd_flow ? "PULLMODE" : "PULL"] = withRows(readNamingTable(NAMING_PULL), "pullmode");
     ibsFlagNamingTable(*this, &IBIS_MODEL::loadPullmodeMap);
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "driver/basibsgen.h"
+#include "driver/host_hook.h"
 #include "driver/load_time.h"
 #include "driver/messages.h"
 #include "resolve/model_substitute.h"
@@ -12,23 +13,20 @@
 
 namespace {
 
-IbsSubstituteChooser substituteChooser = nullptr;
-void* substituteChooserContext = nullptr;
+IbsHook<IbsSubstituteChooser> chooser;
 
 } // namespace
 
-void ibsSetSubstituteChooser(IbsSubstituteChooser chooser, void* context)
+void ibsSetSubstituteChooser(IbsSubstituteChooser installed, void* context)
 {
-    substituteChooser = chooser;
-    substituteChooserContext = context;
+    chooser.set(installed, context);
 }
 
 bool ibsTakeChosenSubstitute(IBIS_MODEL& generator, IB_IOBUF* iobuf, std::string const& key)
 {
-    if (substituteChooser == nullptr)
+    if (!chooser)
         return false;
-    std::string const substitute =
-        substituteChooser(generator, *iobuf, key, substituteChooserContext);
+    std::string const substitute = chooser.function(generator, *iobuf, key, chooser.context);
     if (substitute.empty() || generator._availableModels.count(substitute) == 0)
         return false;
     ibsReport(IBS_MSG_1011, {key.c_str(), iobuf->name, substitute.c_str()});

@@ -4,25 +4,24 @@
 #include "resolve/signal_outcome.h"
 
 #include "driver/basibsgen.h"
+#include "driver/host_hook.h"
 #include "driver/load_time.h"
 #include "resolve/walk_steps.h"
 
 namespace {
 
-IbsOutcomeObserver outcomeObserver = nullptr;
-void* outcomeObserverContext = nullptr;
+IbsHook<IbsOutcomeObserver> observer;
 
 } // namespace
 
-void ibsSetOutcomeObserver(IbsOutcomeObserver observer, void* context)
+void ibsSetOutcomeObserver(IbsOutcomeObserver installed, void* context)
 {
-    outcomeObserver = observer;
-    outcomeObserverContext = context;
+    observer.set(installed, context);
 }
 
 void ibsSettle(IBIS_MODEL const& generator, IB_IOBUF* iobuf, std::string const& key, int outcome)
 {
     iobuf->status = outcome;
-    if (outcomeObserver != nullptr)
-        outcomeObserver(generator, *iobuf, key, static_cast<IbsSignalOutcome>(outcome), outcomeObserverContext);
+    if (observer)
+        observer.function(generator, *iobuf, key, static_cast<IbsSignalOutcome>(outcome), observer.context);
 }

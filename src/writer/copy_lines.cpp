@@ -3,25 +3,13 @@
 #include <cstring>
 #include <vector>
 
+#include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "host/ut_string.h"
 
-namespace {
-
-// The line as a pass's buffer holds it: up to its first NUL.
-std::vector<char> buffer(std::string_view line)
-{
-    line = line.substr(0, line.find('\0'));
-    std::vector<char> text(line.begin(), line.end());
-    text.push_back('\0');
-    return text;
-}
-
-} // namespace
-
 bool ibsEndsPreamble(std::string_view line)
 {
-    std::vector<char> upper = buffer(line.substr(0, line.find('|')));
+    std::vector<char> upper = ibsLineBuffer(line.substr(0, line.find('|')));
     ut_strupr(upper.data());
     char const* package = std::strstr(upper.data(), "PACKAGE");
     return package != nullptr && package - upper.data() <= 3;
@@ -29,7 +17,7 @@ bool ibsEndsPreamble(std::string_view line)
 
 std::string ibsPackageSectionText(std::string_view line)
 {
-    std::vector<char> text = buffer(line);
+    std::vector<char> text = ibsLineBuffer(line);
     ut_strtrim(text.data());
     ut_strupr(text.data());
     return text.data();
@@ -42,7 +30,7 @@ bool ibsNamesPackage(std::string const& text, std::string const& package)
 
 bool ibsClosesPackageBlock(std::string_view line)
 {
-    std::vector<char> text = buffer(line);
+    std::vector<char> text = ibsLineBuffer(line);
     ut_strtrim(text.data());
     return std::strcmp(text.data(), "|") == 0;
 }
