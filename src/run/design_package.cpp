@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <set>
 #include <sys/stat.h>
@@ -100,11 +101,15 @@ void matrixLines(std::vector<std::string>& lines, Matrix matrix, std::vector<Red
     };
     for (ReducedPackage::Term const& term : terms) {
         if (term.a != row) {
+            if (!full && term.a != term.b && term.value.value == 0)
+                continue;
             flush();
             row = term.a;
             lines.push_back("[Row]  " + pins[listed[row]]);
         }
         std::string const text = termText(term.value);
+        if (!full && term.a != term.b && term.value.value == 0)
+            continue; // a sparse row leaves out what is zero
         if (!full) {
             lines.push_back(padded(pins[listed[term.b]], 6) + " " + text);
             continue;
@@ -162,23 +167,29 @@ std::string pinValueText(PackageValue const& value, char const* unit)
         return value.text;
     double const v = value.value;
     double const size = std::fabs(v);
-    char text[32];
-    if (size == 0) {
+    if (size == 0)
         return "0";
-    } else if (*unit == '\0' && size >= 1e-3 && size < 1e5) {
-        std::snprintf(text, sizeof text, "%.4g", v);
-    } else if (size < 1e-15 || size >= 1e6) {
-        std::snprintf(text, sizeof text, "%.2e", v);
-    } else {
-        static struct {
-            double scale;
-            char const* letter;
-        } const scales[] = {{1e3, "k"}, {1, ""}, {1e-3, "m"}, {1e-6, "u"}, {1e-9, "n"}, {1e-12, "p"}, {1e-15, "f"}};
-        auto const* s = std::begin(scales);
-        while (size < s->scale)
-            ++s;
-        std::snprintf(text, sizeof text, "%.4g%s%s", v / s->scale, s->letter, unit);
+    char text[48];
+    // In the unit's usual scale (ohms, nH, pF) when that reads well.
+    double const usual = *unit == 'H' ? 1e-9 : *unit == 'F' ? 1e-12 : 1;
+    char const* const letter = *unit == 'H' ? "n" : *unit == 'F' ? "p" : "";
+    if (size / usual >= 1e-3 && size / usual < 1e5) {
+        std::snprintf(text, sizeof text, "%.4g%s%s", v / usual, letter, unit);
+        if (std::strlen(text) <= 9)
+            return text;
     }
+    if (size < 1e-15 || size >= 1e6) {
+        std::snprintf(text, sizeof text, "%.2e", v);
+        return text;
+    }
+    static struct {
+        double scale;
+        char const* letter;
+    } const scales[] = {{1e3, "k"}, {1, ""}, {1e-3, "m"}, {1e-6, "u"}, {1e-9, "n"}, {1e-12, "p"}, {1e-15, "f"}};
+    auto const* s = std::begin(scales);
+    while (size < s->scale)
+        ++s;
+    std::snprintf(text, sizeof text, "%.4g%s%s", v / s->scale, s->letter, unit);
     return text;
 }
 
