@@ -298,6 +298,13 @@ void PackageReader::keptRowValues(std::string_view text, int line, char comment)
             ++i;
         if (rowIsFull(line))
             return;
+        if (_row + _entries >= _sink->keptBefore() && (_form == MatrixForm::Full || _row + rowLimit() <= n)) {
+            // No kept pin stands further on in this row: the rest of it goes
+            // unread, its length unjudged.
+            _inRow = false;
+            _skipping = true;
+            return;
+        }
         std::size_t const column = (_row + _entries) % n;
         if (_sink->keeps(column))
             entry(text.substr(start, i - start), column, line);
@@ -770,6 +777,7 @@ void PackageReduction::pin(std::size_t index, std::string const& name, int /*lin
         return;
     _slot[index] = at->second + 1;
     _result.found[at->second] = true;
+    _before = std::max(_before, index + 1);
 }
 
 void PackageReduction::term(Matrix matrix, std::size_t row, std::size_t column, PackageValue const& value, int)
@@ -780,7 +788,21 @@ void PackageReduction::term(Matrix matrix, std::size_t row, std::size_t column, 
     if (a > b)
         std::swap(a, b);
     int const m = static_cast<int>(matrix);
-    _result.terms[m].push_back(ReducedPackage::Term{a, b, value});
+    std::string& texts = _result.texts[m];
+    std::vector<ReducedPackage::Term>& terms = _result.terms[m];
+    if (terms.empty()) {
+        // Room for every term between the kept pins, up to a bound: pages
+        // that are never written take no memory, and the terms are not
+        // moved as they come.
+        std::size_t const kept = _result.pins.size();
+        std::size_t const all = std::min<std::size_t>(kept * (kept + 1) / 2, 1u << 22);
+        terms.reserve(all);
+        texts.reserve(all * 12);
+    }
+    terms.push_back(ReducedPackage::Term{static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(b),
+                                                    value.value, static_cast<std::uint32_t>(texts.size()),
+                                                    static_cast<std::uint32_t>(value.text.size())});
+    texts += value.text;
     if (a == b) {
         _result.self[a].value[m] = value;
         _result.self[a].known[m] = true;
@@ -827,10 +849,33 @@ void PackageReduction::modelEnds(int /*line*/)
         return;
     _active = false;
     _done = true;
-    for (auto& terms : _result.terms)
-        std::stable_sort(terms.begin(), terms.end(), [](ReducedPackage::Term const& x, ReducedPackage::Term const& y) {
-            return x.a != y.a ? x.a < y.a : x.b < y.b;
-        });
+    // In order of the first pin, put in place run by run (each term is moved
+    // once, into the run of its first pin), then of the second within each
+    // run; terms read twice (a banded row that wraps round) keep the order
+    // read.
+    std::size_t const kept = _result.pins.size();
+    for (auto& terms : _result.terms) {
+        std::vector<std::size_t> start(kept + 1, 0);
+        for (ReducedPackage::Term const& term : terms)
+            ++start[term.a + 1];
+        for (std::size_t a = 0; a < kept; ++a)
+            start[a + 1] += start[a];
+        std::vector<std::size_t> next(start.begin(), start.end() - 1);
+        for (std::size_t a = 0; a < kept; ++a) {
+            while (next[a] < start[a + 1]) {
+                ReducedPackage::Term& here = terms[next[a]];
+                if (here.a == a)
+                    ++next[a];
+                else
+                    std::swap(here, terms[next[here.a]++]);
+            }
+            std::sort(terms.begin() + static_cast<std::ptrdiff_t>(start[a]),
+                      terms.begin() + static_cast<std::ptrdiff_t>(start[a + 1]),
+                      [](ReducedPackage::Term const& x, ReducedPackage::Term const& y) {
+                          return x.b != y.b ? x.b < y.b : x.textAt < y.textAt;
+                      });
+        }
+    }
 }
 
 bool readReducedPackage(std::istream& in, std::string const& name, std::vector<std::string> const& pins,

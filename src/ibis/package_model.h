@@ -18,6 +18,7 @@
 // (PackageReduction) stays as small as what it keeps.
 
 #include <cstddef>
+#include <cstdint>
 #include <istream>
 #include <string>
 #include <unordered_map>
@@ -126,6 +127,9 @@ public:
     // row is read and judged.
     virtual bool selective() const { return false; }
     virtual bool keeps(std::size_t /*pin*/) const { return true; }
+    // One past the last pin of [Pin Numbers] that a selective sink keeps: a
+    // full or banded row is read no further than that pin.
+    virtual std::size_t keptBefore() const { return static_cast<std::size_t>(-1); }
     // [End Package Model], or the keyword or end of file that ended the
     // block without it (then a NotClosed problem came first).
     virtual void modelEnds(int /*line*/) {}
@@ -245,12 +249,19 @@ struct ReducedPackage {
     std::vector<Self> self;
 
     // A term between kept pins a <= b (positions in `pins`), self terms
-    // among them; in order of a, then b.
+    // among them; in order of a, then b. Its text as written lies in the
+    // matrix's `texts`, so that a term takes 24 bytes whatever its text.
     struct Term {
-        std::size_t a = 0, b = 0;
-        PackageValue value;
+        std::uint32_t a = 0, b = 0;
+        double value = 0;
+        std::uint32_t textAt = 0, textSize = 0;
     };
     std::vector<Term> terms[kMatrices];
+    std::string texts[kMatrices];
+    std::string_view text(Matrix matrix, Term const& term) const
+    {
+        return std::string_view(texts[static_cast<int>(matrix)]).substr(term.textAt, term.textSize);
+    }
     // The section form: each kept pin's path as written.
     std::vector<std::vector<PathSection>> paths;
 };
@@ -278,12 +289,14 @@ public:
     // Only the kept pins' rows and entries are read.
     bool selective() const override { return true; }
     bool keeps(std::size_t pin) const override { return pin < _slot.size() && _slot[pin] != 0; }
+    std::size_t keptBefore() const override { return _before; }
 
 private:
     bool _active = false, _done = false;
     std::string _wanted;
     std::unordered_map<std::string, std::size_t> _kept; // pin name to its position in the result
     std::vector<std::size_t> _slot;                     // package pin index to kept position + 1 (0: not kept)
+    std::size_t _before = 0;                            // one past the last kept pin index
     ReducedPackage _result;
     std::string _fault;
 };

@@ -71,62 +71,68 @@ std::string padded(std::string const& text, std::size_t width)
     return text.size() < width ? text + std::string(width - text.size(), ' ') : text + " ";
 }
 
+// Adds a line and its LF.
+void put(std::string& text, std::string const& line)
+{
+    text += line;
+    text += '\n';
+}
+
 std::string termText(PackageValue const& value)
 {
     return value.text.empty() ? pinValueText(value, "") : value.text;
 }
 
-// The terms of one matrix, each pair once.
-std::vector<ReducedPackage::Term> uniqueTerms(std::vector<ReducedPackage::Term> const& terms)
+// One matrix of the design's pins: `terms` in order of their first pin, then
+// their second (positions in reduced.pins), each pair once where it was read
+// twice; `listed`: the pins that the model lists.
+void matrixLines(std::string& lines, Matrix matrix, ReducedPackage const& reduced, std::vector<std::size_t> const& listed)
 {
-    std::vector<ReducedPackage::Term> unique;
-    for (ReducedPackage::Term const& term : terms)
-        if (unique.empty() || unique.back().a != term.a || unique.back().b != term.b)
-            unique.push_back(term);
-    return unique;
-}
-
-void matrixLines(std::vector<std::string>& lines, Matrix matrix, std::vector<ReducedPackage::Term> const& terms,
-                 std::vector<std::string> const& pins, std::vector<std::size_t> const& listed)
-{
+    std::vector<ReducedPackage::Term> const& terms = reduced.terms[static_cast<int>(matrix)];
+    auto twice = [&](std::size_t i) { return i > 0 && terms[i - 1].a == terms[i].a && terms[i - 1].b == terms[i].b; };
+    std::size_t unique = 0;
+    for (std::size_t i = 0; i < terms.size(); ++i)
+        unique += twice(i) ? 0 : 1;
     std::size_t const n = listed.size();
-    bool const full = terms.size() == n * (n + 1) / 2;
-    lines.push_back(padded(ibis::matrixKeyword(matrix), 24) + (full ? "Full_matrix" : "Sparse_matrix"));
-    std::size_t row = n;
+    bool const full = unique == n * (n + 1) / 2;
+    put(lines, padded(ibis::matrixKeyword(matrix), 24) + (full ? "Full_matrix" : "Sparse_matrix"));
+    std::size_t row = reduced.pins.size();
     std::string line;
     auto flush = [&] {
         if (!line.empty())
-            lines.push_back(line);
+            put(lines, line);
         line.clear();
     };
-    for (ReducedPackage::Term const& term : terms) {
+    for (std::size_t i = 0; i < terms.size(); ++i) {
+        ReducedPackage::Term const& term = terms[i];
+        // A sparse row leaves out what is zero.
+        if (twice(i) || (!full && term.a != term.b && term.value == 0))
+            continue;
         if (term.a != row) {
-            if (!full && term.a != term.b && term.value.value == 0)
-                continue;
             flush();
             row = term.a;
-            lines.push_back("[Row]  " + pins[listed[row]]);
+            put(lines, "[Row]  " + reduced.pins[term.a]);
         }
-        std::string const text = termText(term.value);
-        if (!full && term.a != term.b && term.value.value == 0)
-            continue; // a sparse row leaves out what is zero
+        std::string_view const text = reduced.text(matrix, term);
         if (!full) {
-            lines.push_back(padded(pins[listed[term.b]], 6) + " " + text);
+            put(lines, padded(reduced.pins[term.b], 6) + " " + std::string(text));
             continue;
         }
         if (!line.empty() && line.size() + 1 + text.size() > 100)
             flush();
-        line += (line.empty() ? "" : " ") + text;
+        if (!line.empty())
+            line += ' ';
+        line += text;
     }
     flush();
 }
 
-void pathLines(std::vector<std::string>& lines, std::string const& pin, std::vector<ibis::PathSection> const& path)
+void pathLines(std::string& lines, std::string const& pin, std::vector<ibis::PathSection> const& path)
 {
     std::string const indent(std::max<std::size_t>(pin.size() + 1, 6), ' ');
     bool first = true;
     auto add = [&](std::string const& text) {
-        lines.push_back((first ? padded(pin, indent.size()) : indent) + text);
+        put(lines, (first ? padded(pin, indent.size()) : indent) + text);
         first = false;
     };
     int depth = 0;
@@ -193,49 +199,47 @@ std::string pinValueText(PackageValue const& value, char const* unit)
     return text;
 }
 
-std::vector<std::string> defineLines(ReducedPackage const& reduced)
+std::string defineText(ReducedPackage const& reduced)
 {
     std::vector<std::size_t> listed; // kept positions of the pins the model lists
-    std::vector<std::size_t> place(reduced.pins.size(), 0);
     for (std::size_t p = 0; p < reduced.pins.size(); ++p)
         if (reduced.found[p]) {
-            place[p] = listed.size();
             listed.push_back(p);
         }
-    std::vector<std::string> lines = {padded("[Define Package Model]", 24) + reduced.name};
+    std::string lines;
+    lines.reserve(4096 + reduced.pins.size() * 16 + (reduced.texts[0].size() + reduced.texts[1].size() +
+                                                      reduced.texts[2].size()) * 2);
+    put(lines, padded("[Define Package Model]", 24) + reduced.name);
     char const* const heads[] = {"[Manufacturer]", "[OEM]", "[Description]"};
     std::string const* const texts[] = {&reduced.manufacturer, &reduced.oem, &reduced.description};
     for (int h = 0; h < 3; ++h)
         if (!texts[h]->empty())
-            lines.push_back(padded(heads[h], 24) + printable(*texts[h]));
+            put(lines, padded(heads[h], 24) + printable(*texts[h]));
     if (reduced.sectionForm) {
         std::size_t sections = reduced.sections;
         for (std::size_t p : listed)
             sections = std::max(sections, reduced.paths[p].size());
-        lines.push_back(padded("[Number Of Sections]", 24) + std::to_string(sections));
+        put(lines, padded("[Number Of Sections]", 24) + std::to_string(sections));
     }
-    lines.push_back(padded("[Number Of Pins]", 24) + std::to_string(listed.size()));
-    lines.push_back("[Pin Numbers]");
+    put(lines, padded("[Number Of Pins]", 24) + std::to_string(listed.size()));
+    put(lines, "[Pin Numbers]");
     for (std::size_t p : listed) {
         if (reduced.sectionForm)
             pathLines(lines, reduced.pins[p], reduced.paths[p]);
         else
-            lines.push_back(reduced.pins[p]);
+            put(lines, reduced.pins[p]);
     }
     if (!reduced.sectionForm) {
-        lines.push_back("[Model Data]");
-        lines.push_back("| The terms between the design's " + std::to_string(listed.size()) + " pins");
+        put(lines, "[Model Data]");
+        put(lines, "| The terms between the design's " + std::to_string(listed.size()) + " pins");
         for (int m = 0; m < ibis::kMatrices; ++m) {
-            std::vector<ReducedPackage::Term> terms = uniqueTerms(reduced.terms[m]);
-            if (terms.empty())
+            if (reduced.terms[m].empty())
                 continue; // only [Resistance Matrix] may be left out, and a model read whole has the others
-            for (ReducedPackage::Term& term : terms)
-                term.a = place[term.a], term.b = place[term.b];
-            matrixLines(lines, static_cast<Matrix>(m), terms, reduced.pins, listed);
+            matrixLines(lines, static_cast<Matrix>(m), reduced, listed);
         }
-        lines.push_back("[End Model Data]");
+        put(lines, "[End Model Data]");
     }
-    lines.push_back("[End Package Model]");
+    put(lines, "[End Package Model]");
     return lines;
 }
 
@@ -281,6 +285,6 @@ bool readDesignPackage(std::string const& besidePath, std::string const& masterP
             IbsPinParasitics{text(Matrix::Resistance, ""), text(Matrix::Inductance, "H"), text(Matrix::Capacitance, "F")};
     }
     if (out.covered > 0)
-        out.defineLines = defineLines(reduced);
+        out.defineText = defineText(reduced);
     return true;
 }

@@ -32,7 +32,7 @@ struct DesignPackage {
     std::vector<std::string> lacking;          // design pins the model does not list
     std::size_t covered = 0;                   // design pins it lists
     std::map<std::string, IbsPinParasitics> values; // per design pin it lists
-    std::vector<std::string> defineLines;      // [Define Package Model] ... [End Package Model]
+    std::string defineText; // [Define Package Model] ... [End Package Model], each line with its LF
 };
 
 // Reads the package model for the design's pins (rowPins: the pins of the
@@ -51,7 +51,7 @@ std::string pinValueText(ibis::PackageValue const& value, char const* unit);
 // pins that it lists in [Pin] order, and every term between two of them
 // (Full_matrix where the matrix has them all, Sparse_matrix otherwise), or
 // each pin's path in the section form.
-std::vector<std::string> defineLines(ibis::ReducedPackage const& reduced);
+std::string defineText(ibis::ReducedPackage const& reduced);
 
 // "A1, B2, C3 and 4 more".
 std::string someOf(std::vector<std::string> const& names, std::size_t shown);

@@ -95,11 +95,11 @@ bool takeDesignPackage(RunOptions const& options, IBIS_MODEL const& generator, I
     IbsDesignFileOptions designFile = ibsDesignFileOptions();
     if (options.pinParasitics)
         designFile.pinParasitics = package.values;
-    if (options.packageModel && !package.defineLines.empty()) {
+    if (options.packageModel && !package.defineText.empty()) {
         designFile.packageModel = package.name;
-        designFile.packageModelLines = package.defineLines;
+        designFile.packageModelText = std::move(package.defineText);
     }
-    ibsSetDesignFileOptions(designFile);
+    ibsSetDesignFileOptions(std::move(designFile));
     report.setPinParasitics(package.values);
     return true;
 }

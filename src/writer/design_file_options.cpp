@@ -21,6 +21,11 @@ void ibsSetDesignFileOptions(IbsDesignFileOptions const& options)
     current() = options;
 }
 
+void ibsSetDesignFileOptions(IbsDesignFileOptions&& options)
+{
+    current() = std::move(options);
+}
+
 IbsDesignFileOptions const& ibsDesignFileOptions()
 {
     return current();

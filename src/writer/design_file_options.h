@@ -50,17 +50,19 @@ struct IbsDesignFileOptions {
     // R_pin, L_pin and C_pin by pin name. With any entry, the [Pin] keyword
     // line names the three columns above them, and each row of a pin listed
     // here carries its values; the rows of the other pins stay as they are.
-    std::map<std::string, IbsPinParasitics> pinParasitics;
+    std::map<std::string, IbsPinParasitics> pinParasitics = {};
     // The name on a "[Package Model]" line behind the [Pin] rows; empty: no
     // such line.
-    std::string packageModel;
-    // Lines written between "| End [Component]" and "[End]", each ended by
-    // the writer ("[Define Package Model] NAME" ... "[End Package Model]").
-    std::vector<std::string> packageModelLines;
+    std::string packageModel = "";
+    // Text written between "| End [Component]" and "[End]": whole lines,
+    // each with its LF ("[Define Package Model] NAME" ... "[End Package
+    // Model]").
+    std::string packageModelText = "";
 };
 
 // Takes the options for the design files written from now on.
 void ibsSetDesignFileOptions(IbsDesignFileOptions const& options);
+void ibsSetDesignFileOptions(IbsDesignFileOptions&& options);
 IbsDesignFileOptions const& ibsDesignFileOptions();
 
 // The signal name of each signal's [Pin] row as the design file has it under

@@ -66,8 +66,7 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
     _designStream << "| End [Component]\n";
     // A package model that the host gives the design file stands behind the
     // component.
-    for (std::string const& line : ibsDesignFileOptions().packageModelLines)
-        _designStream << line << "\n";
+    _designStream << ibsDesignFileOptions().packageModelText;
     _designStream << "[End]\n";
     _designStream.close();
 

@@ -24,14 +24,6 @@ ibis::ReducedPackage reduce(S const& text, std::vector<S> const& pins)
     return out;
 }
 
-S joined(std::vector<S> const& lines)
-{
-    S text;
-    for (S const& line : lines)
-        text += line + "\n";
-    return text;
-}
-
 TEST(DesignPackage, PinValuesAreIbisNumbersWithinNineCharacters)
 {
     struct Case {
@@ -69,17 +61,19 @@ TEST(DesignPackage, TheReducedModelReadsBackAsItsTerms)
     S const example = ts::readFile(ts::sourcePath("examples/kva3_master_6bg256c_bg.pkg"));
     std::vector<S> const pins = {"F5", "A3", "F4", "B4", "A4", "T16"};
     ibis::ReducedPackage const reduced = reduce(example, pins);
-    S const text = joined(defineLines(reduced));
+    S const text = (defineText(reduced));
     EXPECT_EQ(text.find("Full_matrix"), S::npos);
     EXPECT_EQ(text.find("[Pin Numbers]\nF5\nA3\nF4\nB4\nA4\nT16\n[Model Data]\n"), text.find("[Pin Numbers]"));
     ibis::ReducedPackage const back = reduce(text, pins);
     for (int m = 0; m < ibis::kMatrices; ++m) {
         std::vector<S> want, got;
         for (auto const& t : reduced.terms[m])
-            if (t.value.value != 0 || t.a == t.b)
-                want.push_back(std::to_string(t.a) + " " + std::to_string(t.b) + " " + t.value.text);
+            if (t.value != 0 || t.a == t.b)
+                want.push_back(std::to_string(t.a) + " " + std::to_string(t.b) + " " +
+                               S(reduced.text(static_cast<ibis::Matrix>(m), t)));
         for (auto const& t : back.terms[m])
-            got.push_back(std::to_string(t.a) + " " + std::to_string(t.b) + " " + t.value.text);
+            got.push_back(std::to_string(t.a) + " " + std::to_string(t.b) + " " +
+                          S(back.text(static_cast<ibis::Matrix>(m), t)));
         EXPECT_EQ(got, want) << m;
         EXPECT_FALSE(want.empty());
     }
@@ -90,7 +84,7 @@ TEST(DesignPackage, TheReducedModelReadsBackAsItsTerms)
                    "[Inductance Matrix] Full_matrix\n[Row] 1\n1n 0.1n 0.2n\n[Row] 2\n2n 0.3n\n[Row] 3\n3n\n"
                    "[Capacitance Matrix] Banded_matrix\n[Bandwidth] 1\n[Row] 1\n1p 0.1p\n[Row] 2\n2p 0.2p\n[Row] 3\n3p\n"
                    "[End Model Data]\n[End Package Model]\n";
-    EXPECT_EQ(joined(defineLines(reduce(full, {"3", "9", "1"}))),
+    EXPECT_EQ((defineText(reduce(full, {"3", "9", "1"}))),
               "[Define Package Model]  P\n[Manufacturer]          M\n[OEM]                   O\n"
               "[Description]           D\n[Number Of Pins]        2\n[Pin Numbers]\n3\n1\n[Model Data]\n"
               "| The terms between the design's 2 pins\n"
@@ -108,7 +102,7 @@ TEST(DesignPackage, TheSectionFormKeepsEachPathAndItsStubs)
                     "A3 Len=0 L=0.5n / Fork Len=1 L=1n / Fork Len=1 C=1p / Endfork Endfork\n"
                     "[End Package Model]\n";
     ibis::ReducedPackage const reduced = reduce(model, {"A3", "A1"});
-    S const text = joined(defineLines(reduced));
+    S const text = (defineText(reduced));
     EXPECT_NE(text.find("[Number Of Sections]    4\n[Number Of Pins]        2\n[Pin Numbers]\n"
                         "A3    Len=0 L=0.5n /\n      Fork\n      Len=1 L=1n /\n      Fork\n      Len=1 C=1p /\n"
                         "      Endfork\n      Endfork\n"
