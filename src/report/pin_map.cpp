@@ -106,7 +106,7 @@ void appendInductanceLegend(std::string& out, InductanceScale const& scale, bool
     if (lacking) {
         out += "<li><span class=\"swatch\" style=\"background:";
         out += kNoInductance;
-        out += "\"></span>not in the package model</li>";
+        out += "\"></span>no L_pin: no [Pin] row, or a pin the package model lacks</li>";
     }
     out += "</ul>";
 }

@@ -427,7 +427,7 @@ TEST(ReportPage, PinMapColouredByPinInductance)
               S::npos);
     EXPECT_NE(page.find("L_pin 2.00 to 2.40 nH</li>"), S::npos);
     EXPECT_NE(page.find("L_pin 3.60 to 4.00 nH</li>"), S::npos);
-    EXPECT_NE(page.find("not in the package model</li>"), S::npos);
+    EXPECT_NE(page.find("no L_pin: no [Pin] row, or a pin the package model lacks</li>"), S::npos);
     std::map<S, S> classes;
     std::regex const marker("<g class=\"pin o-resolved b0 (l[0-9x])\" data-pin=\"([A-Z0-9]+)\"");
     for (std::sregex_iterator m(page.begin(), page.end(), marker), end; m != end; ++m)
