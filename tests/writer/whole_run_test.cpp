@@ -172,6 +172,12 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
          "WARNING: Ibis Model \"lvc330f040naaaaaaaou\" for the signal \"dbg_out\" is not available.\n" +
              created + generating("design.ibs") + advice,
          {}, {}, "pad2ibis: warning: the package model KX3_CABGA256_PATHS lists no pin A4: its [Pin] row keeps the [Package] values\n"},
+        // The D-PHY rows' pins follow the signals' as the writer lays them
+        // out; the package model lists none of them.
+        {"one_led.pad", "kx3_section_master.ibs", {"--dphy", "--model-selector", "--pin-parasitics"}, "one_led.ibs",
+         "", created + generating("one_led.ibs"), {}, {},
+         "pad2ibis: warning: the package model KX3_CABGA256_PATHS lists no pin MIP_1, MIP_2, MIP_3: their [Pin] rows "
+         "keep the [Package] values\n"},
         {"vargon_demo.pad", "kvan_master.ibs",
          {"--vargon", "--component-name", "U7", "--truncate", "20", "--all-models", "--model-selector"},
          "vargon_demo.ibs", "", vargonWarnings + generating("vargon_demo.ibs") + advice, {}, {}, "", "examples/"},
