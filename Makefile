@@ -23,8 +23,11 @@ build:
 # models get substitutes; the SerDes IBIS-AMI set in $(DEMO_DIR)/ami/ibis_ami/;
 # the design file options (a component name, signal names cut to 20
 # characters, every model, model selectors); the report as a page
-# (demo_report.html: pin map, signals, model curves); and the first run again
-# as the legacy flow prints it (--legacy). Every IBIS and AMI file the runs
+# (demo_report.html: pin map, signals, model curves); the first run again
+# as the legacy flow prints it (--legacy); the package model's options, each
+# pin's R, L and C on its [Pin] row (--pin-parasitics, with the page whose pin
+# map is coloured by pin inductance) and the package model reduced to the
+# design's pins (--package-model). Every IBIS and AMI file the runs
 # wrote, the shipped masters and the shipped channels file go through
 # pad2ibis check.
 DEMO_DIR = $(BUILD)/demo
@@ -32,7 +35,8 @@ PAD2IBIS = $(CURDIR)/$(BUILD)/pad2ibis
 MASTER = $(CURDIR)/examples/kva3_master.ibs
 demo: build
 	rm -rf $(DEMO_DIR) && mkdir -p $(DEMO_DIR)/main $(DEMO_DIR)/btn $(DEMO_DIR)/nearest $(DEMO_DIR)/vargon \
-	  $(DEMO_DIR)/ami $(DEMO_DIR)/options $(DEMO_DIR)/page $(DEMO_DIR)/legacy
+	  $(DEMO_DIR)/ami $(DEMO_DIR)/options $(DEMO_DIR)/page $(DEMO_DIR)/legacy $(DEMO_DIR)/pins \
+	  $(DEMO_DIR)/package
 	cp -r examples $(DEMO_DIR)/main/
 	@echo "== the first command: pad2ibis --report demo_report.csv examples/demo.pad examples/kva3_master.ibs"
 	cd $(DEMO_DIR)/main && $(PAD2IBIS) --report demo_report.csv examples/demo.pad examples/kva3_master.ibs
@@ -70,9 +74,19 @@ demo: build
 	@sed -n '/^WARNING/,$$p' $(DEMO_DIR)/legacy/run.log
 	@cmp $(DEMO_DIR)/legacy/IBIS/demo.ibs $(DEMO_DIR)/main/IBIS/examples/demo.ibs && \
 	  echo "the same design file as the first run's"
+	@echo "== package model: pad2ibis -q --pin-parasitics --report pins_report.html demo.pad kva3_master.ibs"
+	cp examples/demo.pad $(DEMO_DIR)/pins/
+	cd $(DEMO_DIR)/pins && $(PAD2IBIS) -q --pin-parasitics --report pins_report.html demo.pad $(MASTER) 2>/dev/null
+	@sed -n '/^\[Pin\]/,/^|/p' $(DEMO_DIR)/pins/IBIS/demo.ibs | head -6
+	@echo "== package model: pad2ibis -q --package-model demo.pad kva3_master.ibs"
+	cp examples/demo.pad $(DEMO_DIR)/package/
+	cd $(DEMO_DIR)/package && $(PAD2IBIS) -q --package-model demo.pad $(MASTER) 2>/dev/null
+	@grep -e '^\[Package Model\]' -e '^\[Define Package Model\]' -e '^\[Number Of Pins\]' -e 'Matrix\]' \
+	  $(DEMO_DIR)/package/IBIS/demo.ibs
 	@echo "== pad2ibis check on the design IBIS files written above"
 	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/examples/demo.ibs btn/IBIS/demo_zu2.ibs \
-	  nearest/IBIS/demo.ibs vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs options/IBIS/long_names_demo.ibs
+	  nearest/IBIS/demo.ibs vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs options/IBIS/long_names_demo.ibs \
+	  pins/IBIS/demo.ibs package/IBIS/demo.ibs
 	@echo "== the companion-chip copies are byte copies of k_btn.ibs and keep its [File Name]"
 	cd $(DEMO_DIR) && { $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs || \
 	  echo "(expected: a companion copy is written byte for byte, so its [File Name] stays k_btn.ibs)"; }

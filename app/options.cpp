@@ -101,6 +101,17 @@ char const* usageText()
            "                     nearest drive (the stronger on a tie), the nearest\n"
            "                     slew, the first name. Reported as a substitution;\n"
            "                     with --vargon only where the family's own finds none\n"
+           "  --pin-parasitics   each [Pin] row carries its pin's R_pin, L_pin and C_pin\n"
+           "                     from the package model (the self terms; in the section\n"
+           "                     form the whole path); a pin the model lacks keeps the\n"
+           "                     [Package] values and is named in a warning\n"
+           "  --package-model    the design file names the package model under\n"
+           "                     [Component] ([Package Model] NAME) and holds it,\n"
+           "                     reduced to the design's pins: every R, L and C term\n"
+           "                     between two of them. The package model is the one of\n"
+           "                     the package model file beside the master file, or else\n"
+           "                     the master file's own; without one both options warn\n"
+           "                     and change nothing\n"
            "  --ami              SerDes flow; needs --channels\n"
            "  --channels FILE    the SerDes channels: lines 'channel BLOCK CHANNEL RX TX'\n"
            "                     (RX, TX: ON or OFF), each followed by 'KEY VALUE' lines\n"
@@ -254,6 +265,10 @@ bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::s
                 return false;
             }
             options.substituteNearest = true;
+        } else if (arg == "--pin-parasitics") {
+            options.pinParasitics = true;
+        } else if (arg == "--package-model") {
+            options.packageModel = true;
         } else if (arg == "--dump-alt-models") {
             options.dumpAltModels = true;
         } else if (arg == "--ami") {
@@ -295,7 +310,7 @@ bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::s
         if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
             options.dumpAltModels || !options.reportFile.empty() || !options.componentName.empty() ||
             options.truncate != 0 || options.allModels || options.modelSelector ||
-            options.substituteNearest) {
+            options.substituteNearest || options.pinParasitics || options.packageModel) {
             error = "--ami takes only --channels, --brinmark, --msgflow, --family, --legacy, --quiet and --verbose";
             return false;
         }

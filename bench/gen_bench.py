@@ -16,6 +16,11 @@ Two files go into OUTDIR (default bench/out/):
 and beside them:
 
   expected_models.txt    the model keys that the design uses, one a line
+  PACKAGE_FILE           with --package-balls N: the package model file that
+                         the master's package has beside it, a model of N x N
+                         balls with full inductance and capacitance matrices
+                         (every ball coupled to every other) and a sparse
+                         resistance matrix of self terms
   bench_info.txt         key=value facts the run script reports and checks
 
 The output is the same byte for byte on every run with the same options.
@@ -34,6 +39,8 @@ FAMILY_PART = "KVA3-95E-6BG1156C"
 PACKAGE = "CABGA1156"
 COMPONENT = "KVANR3-95E"
 MASTER_NAME = "kva3_bench_master.ibs"
+# The package model file that a run on the master looks for beside it.
+PACKAGE_FILE = "kva3_bench_master_6bg1156c_bg.pkg"
 PAD_NAME = "bench.pad"
 
 # Longest line the readers take is 254 characters; stay well below.
@@ -679,6 +686,44 @@ def write_pad(path, signals, unused):
 
 
 # ---------------------------------------------------------------------------
+# Package model file
+# ---------------------------------------------------------------------------
+def write_package(path, side):
+    """A package model of side x side balls, full L and C matrices."""
+    names = balls(side, side)
+    n = len(names)
+    rows = [i // side for i in range(n)]
+    cols = [i % side for i in range(n)]
+    centre = (side - 1) / 2.0
+    reach = math.hypot(centre, centre) or 1.0
+    out = open(path, "w", newline="\n")
+    out.write("[IBIS Ver]      5.0\n[File Name]     %s\n[File Rev]      1.0\n" % os.path.basename(path))
+    out.write("| Synthetic package model of the benchmark: %d balls, full L and C matrices.\n" % n)
+    out.write("[Define Package Model]  BENCH_%dX%d\n" % (side, side))
+    out.write("[Manufacturer]          Corvane Technology\n[OEM]                   Corvane Technology\n")
+    out.write("[Description]           %d-ball BGA, every ball coupled to every other\n" % n)
+    out.write("[Number Of Pins]        %d\n[Pin Numbers]\n" % n)
+    out.write("".join(name + "\n" for name in names))
+    out.write("[Model Data]\n[Resistance Matrix]     Sparse_matrix\n")
+    for i, name in enumerate(names):
+        far = math.hypot(rows[i] - centre, cols[i] - centre) / reach
+        out.write("[Row] %s\n%s %.4f\n" % (name, name, 0.06 + 0.18 * far))
+    for keyword, self_low, self_span, mutual in (("[Inductance Matrix]", 2.0e-9, 2.5e-9, 0.45e-9),
+                                                  ("[Capacitance Matrix]", 0.35e-12, 0.45e-12, -0.06e-12)):
+        out.write("%s  Full_matrix\n" % keyword)
+        for i, name in enumerate(names):
+            far = math.hypot(rows[i] - centre, cols[i] - centre) / reach
+            ri, ci = rows[i], cols[i]
+            values = [self_low + self_span * far]
+            values += [mutual / (1.0 + (rows[j] - ri) ** 2 + (cols[j] - ci) ** 2) for j in range(i + 1, n)]
+            text = ["%.4e" % v for v in values]
+            out.write("[Row] %s\n" % name)
+            out.write("".join(" ".join(text[k:k + 8]) + "\n" for k in range(0, len(text), 8)))
+    out.write("[End Model Data]\n[End Package Model]\n[End]\n")
+    out.close()
+
+
+# ---------------------------------------------------------------------------
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
     ap = argparse.ArgumentParser(description=__doc__.split("\n")[0])
@@ -693,6 +738,9 @@ def main():
                     help="distinct models the design uses (100)")
     ap.add_argument("--diff-models", type=int, default=10,
                     help="of those, differential models, two pairs of pins each (10)")
+    ap.add_argument("--package-balls", type=int, default=0,
+                    help="also write the package model file beside the master, of N x N balls "
+                         "(34 or more, so that the design's balls are in it; 0: none)")
     args = ap.parse_args()
     if args.signals is None:
         # Every design model needs a signal, a differential one two.
@@ -714,6 +762,11 @@ def main():
     # copied.
     scan_bytes = max(spans[k][0] for k, _ in used) + sum(spans[k][1] - spans[k][0] for k, _ in used)
     write_pad(os.path.join(args.outdir, PAD_NAME), signals, unused)
+    package = os.path.join(args.outdir, PACKAGE_FILE)
+    if args.package_balls:
+        write_package(package, args.package_balls)
+    elif os.path.exists(package):
+        os.remove(package)
     with open(os.path.join(args.outdir, "expected_models.txt"), "w") as out:
         out.write("".join(k + "\n" for k, _ in sorted(used)))
     diff_signals = sum(1 for s in signals if s["diff"])
@@ -725,6 +778,7 @@ def main():
         ("pin_rows", len(signals) + diff_signals),
         ("size_mb", args.size_mb), ("waveform_points", points),
         ("model_pass_bytes", scan_bytes),
+        ("package_balls", args.package_balls), ("package", PACKAGE_FILE if args.package_balls else ""),
     ]
     with open(os.path.join(args.outdir, "bench_info.txt"), "w") as out:
         out.write("".join("%s=%s\n" % kv for kv in info))

@@ -1,6 +1,7 @@
 #include "ibis/package_model.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 
 #include "ibis/ibis_syntax.h"
@@ -27,6 +28,12 @@ std::string someNames(std::vector<std::string> const& names, std::size_t total)
     if (total > 3)
         text += " and " + std::to_string(total - 3) + " more";
     return text;
+}
+
+// A blank between fields, as splitFields takes it.
+bool blankAt(std::string_view text, std::size_t i)
+{
+    return text[i] == ' ' || text[i] == '\t';
 }
 
 bool isWord(std::string_view a, char const* b)
@@ -121,6 +128,7 @@ std::size_t PackageReader::rowLimit() const
 
 void PackageReader::endRow()
 {
+    _skipping = false;
     if (!_inRow)
         return;
     _inRow = false;
@@ -223,6 +231,10 @@ void PackageReader::startRow(std::string_view rest, int line, char comment)
         return;
     }
     _rows[at->second] = 1;
+    if (_sink->selective() && !_sink->keeps(at->second)) {
+        _skipping = true;
+        return;
+    }
     _inRow = true;
     _row = at->second;
     _rowLine = line;
@@ -232,30 +244,71 @@ void PackageReader::startRow(std::string_view rest, int line, char comment)
     _sink->row(_matrix, _row, line);
 }
 
+bool PackageReader::rowIsFull(int line)
+{
+    std::size_t const limit = rowLimit();
+    if (_entries < limit)
+        return false;
+    problem(PackageProblem::RowTooLong, line,
+            std::string(matrixKeyword(_matrix)) + " row " + _pins[_row] + " holds more than " +
+                std::to_string(limit) + (limit == 1 ? " entry" : " entries") +
+                (_form == MatrixForm::Banded ? " (the diagonal and [Bandwidth] more)"
+                                             : " (from the diagonal to the last pin)"));
+    _entries = std::numeric_limits<std::size_t>::max() / 2;
+    return true;
+}
+
+void PackageReader::entry(std::string_view field, std::size_t column, int line)
+{
+    PackageValue term;
+    bool const ok = value(field, line, term, "matrix entry");
+    if (ok && _entries == 0 && _matrix != Matrix::Resistance && term.value <= 0)
+        problem(PackageProblem::SelfTermNotPositive, line,
+                std::string(matrixKeyword(_matrix)) + " self term of pin " + _pins[_row] + " is " + term.text +
+                    "; it must be above zero");
+    if (ok)
+        _sink->term(_matrix, std::min(_row, column), std::max(_row, column), term, line);
+}
+
 void PackageReader::rowValues(std::vector<std::string_view> const& fields, int line)
 {
     std::size_t const n = _pins.size();
-    std::size_t const limit = rowLimit();
     for (std::string_view field : fields) {
-        if (_entries >= limit) {
-            problem(PackageProblem::RowTooLong, line,
-                    std::string(matrixKeyword(_matrix)) + " row " + _pins[_row] + " holds more than " +
-                        std::to_string(limit) + (limit == 1 ? " entry" : " entries") +
-                        (_form == MatrixForm::Banded ? " (the diagonal and [Bandwidth] more)"
-                                                     : " (from the diagonal to the last pin)"));
-            _entries = std::numeric_limits<std::size_t>::max() / 2;
+        if (rowIsFull(line))
+            return;
+        entry(field, (_row + _entries) % n, line);
+        ++_entries;
+    }
+}
+
+void PackageReader::keptRowValues(std::string_view text, int line, char comment)
+{
+    // The row of a kept pin for a selective sink: the fields are counted
+    // where they stand, and only those of kept pins are read as numbers.
+    std::size_t const n = _pins.size();
+    std::size_t const size = text.size();
+    std::size_t i = 0;
+    for (;;) {
+        while (i < size && blankAt(text, i))
+            ++i;
+        if (i == size || text[i] == comment)
+            return;
+        std::size_t const start = i;
+        while (i < size && !blankAt(text, i) && text[i] != comment)
+            ++i;
+        if (rowIsFull(line))
+            return;
+        if (_row + _entries >= _sink->keptBefore() && (_form == MatrixForm::Full || _row + rowLimit() <= n)) {
+            // No kept pin stands further on in this row: the rest of it goes
+            // unread, its length unjudged.
+            _inRow = false;
+            _skipping = true;
             return;
         }
         std::size_t const column = (_row + _entries) % n;
-        PackageValue term;
-        bool const ok = value(field, line, term, "matrix entry");
-        if (ok && _entries == 0 && _matrix != Matrix::Resistance && term.value <= 0)
-            problem(PackageProblem::SelfTermNotPositive, line,
-                    std::string(matrixKeyword(_matrix)) + " self term of pin " + _pins[_row] + " is " + term.text +
-                        "; it must be above zero");
+        if (_sink->keeps(column))
+            entry(text.substr(start, i - start), column, line);
         ++_entries;
-        if (ok)
-            _sink->term(_matrix, std::min(_row, column), std::max(_row, column), term, line);
     }
 }
 
@@ -313,13 +366,17 @@ void PackageReader::dataLine(std::string_view text, int line, char comment)
         _dataWarned = true;
         return;
     }
-    if (_part != Part::Matrix || _form == MatrixForm::Unnamed)
+    if (_part != Part::Matrix || _form == MatrixForm::Unnamed || _skipping)
         return;
     if (!_inRow) {
         if (!_dataWarned)
             problem(PackageProblem::DataWithoutRow, line,
                     std::string(matrixKeyword(_matrix)) + " has values ahead of its first [Row]");
         _dataWarned = true;
+        return;
+    }
+    if (_form != MatrixForm::Sparse && _sink->selective()) {
+        keptRowValues(text, line, comment);
         return;
     }
     splitFields(text, comment, _fields);
@@ -370,6 +427,7 @@ void PackageReader::pinLine(std::string_view text, int line, char comment)
         _pathSections = 0;
         _pathBad = false;
         _forkDepth = 0;
+        _forksAhead = _endforksAhead = 0;
     }
     sectionText(text, line);
 }
@@ -407,6 +465,9 @@ void PackageReader::sectionText(std::string_view text, int line)
             } else if (!bad) {
                 s.line = line;
                 s.depth = _forkDepth;
+                s.forks = _forksAhead;
+                s.endforks = _endforksAhead;
+                _forksAhead = _endforksAhead = 0;
                 ++_pathSections;
                 _sink->section(_pathPin, s);
             }
@@ -419,13 +480,14 @@ void PackageReader::sectionText(std::string_view text, int line)
         if (!any && isWord(word, "Fork")) {
             if (_forkDepth++ == 0)
                 _forkLine = line;
+            ++_forksAhead;
             continue;
         }
         if (!any && isWord(word, "Endfork")) {
             if (_forkDepth == 0)
                 problem(PackageProblem::ForkUnbalanced, line, "Endfork in the path of pin " + pinName + " has no Fork");
             else
-                --_forkDepth;
+                --_forkDepth, ++_endforksAhead;
             continue;
         }
         any = true;
@@ -476,6 +538,12 @@ void PackageReader::keyword(std::string const& key, std::string_view rest, int l
 {
     if (key == "manufacturer" || key == "oem" || key == "description") {
         _header[key == "manufacturer" ? 0 : key == "oem" ? 1 : 2] = true;
+        std::string_view text = rest.substr(0, rest.find(comment));
+        while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
+            text.remove_suffix(1);
+        while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+            text.remove_prefix(1);
+        _sink->header(key, std::string(text), line);
         return;
     }
     if (key == "number of pins") {
@@ -486,6 +554,7 @@ void PackageReader::keyword(std::string const& key, std::string_view rest, int l
     if (key == "number of sections") {
         _hasSections = true;
         readCount(rest, comment, line, "[Number Of Sections]", _sections);
+        _sink->sections(_sections);
         return;
     }
     if (key == "pin numbers") {
@@ -627,7 +696,26 @@ bool readPackageModels(std::istream& in, PackageSink& sink)
     CommentChar comment;
     PackageReader reader(sink);
     int lines = 0;
-    while (source.next(line)) {
+    for (;;) {
+        // The lines of a row that the sink does not keep, up to the next
+        // line that may be a keyword, are stepped over where they lie.
+        while (reader.skippingRow()) {
+            std::string_view const ahead = source.ahead();
+            std::size_t at = 0;
+            int whole = 0;
+            while (at < ahead.size() && ahead[at] != '[') {
+                void const* const lf = std::memchr(ahead.data() + at, '\n', ahead.size() - at);
+                if (lf == nullptr)
+                    break;
+                at = static_cast<std::size_t>(static_cast<char const*>(lf) - ahead.data()) + 1;
+                ++whole;
+            }
+            if (whole == 0)
+                break;
+            source.skip(at, whole);
+        }
+        if (!source.next(line))
+            break;
         lines = line.number;
         if (!reader.feed(line, comment.current()) && isKeywordLine(line.text) &&
             keywordKey(line.text) == "comment char")
@@ -665,6 +753,19 @@ void PackageReduction::modelBegins(std::string const& name, int /*line*/)
     _result.name = name;
 }
 
+void PackageReduction::header(std::string const& keyword, std::string const& text, int /*line*/)
+{
+    if (!_active)
+        return;
+    (keyword == "manufacturer" ? _result.manufacturer : keyword == "oem" ? _result.oem : _result.description) = text;
+}
+
+void PackageReduction::sections(std::size_t count)
+{
+    if (_active)
+        _result.sections = count;
+}
+
 void PackageReduction::pin(std::size_t index, std::string const& name, int /*line*/)
 {
     if (!_active)
@@ -676,6 +777,7 @@ void PackageReduction::pin(std::size_t index, std::string const& name, int /*lin
         return;
     _slot[index] = at->second + 1;
     _result.found[at->second] = true;
+    _before = std::max(_before, index + 1);
 }
 
 void PackageReduction::term(Matrix matrix, std::size_t row, std::size_t column, PackageValue const& value, int)
@@ -686,7 +788,21 @@ void PackageReduction::term(Matrix matrix, std::size_t row, std::size_t column, 
     if (a > b)
         std::swap(a, b);
     int const m = static_cast<int>(matrix);
-    _result.terms[m].push_back(ReducedPackage::Term{a, b, value});
+    std::string& texts = _result.texts[m];
+    std::vector<ReducedPackage::Term>& terms = _result.terms[m];
+    if (terms.empty()) {
+        // Room for every term between the kept pins, up to a bound: pages
+        // that are never written take no memory, and the terms are not
+        // moved as they come.
+        std::size_t const kept = _result.pins.size();
+        std::size_t const all = std::min<std::size_t>(kept * (kept + 1) / 2, 1u << 22);
+        terms.reserve(all);
+        texts.reserve(all * 12);
+    }
+    terms.push_back(ReducedPackage::Term{static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(b),
+                                                    value.value, static_cast<std::uint32_t>(texts.size()),
+                                                    static_cast<std::uint32_t>(value.text.size())});
+    texts += value.text;
     if (a == b) {
         _result.self[a].value[m] = value;
         _result.self[a].known[m] = true;
@@ -733,10 +849,33 @@ void PackageReduction::modelEnds(int /*line*/)
         return;
     _active = false;
     _done = true;
-    for (auto& terms : _result.terms)
-        std::stable_sort(terms.begin(), terms.end(), [](ReducedPackage::Term const& x, ReducedPackage::Term const& y) {
-            return x.a != y.a ? x.a < y.a : x.b < y.b;
-        });
+    // In order of the first pin, put in place run by run (each term is moved
+    // once, into the run of its first pin), then of the second within each
+    // run; terms read twice (a banded row that wraps round) keep the order
+    // read.
+    std::size_t const kept = _result.pins.size();
+    for (auto& terms : _result.terms) {
+        std::vector<std::size_t> start(kept + 1, 0);
+        for (ReducedPackage::Term const& term : terms)
+            ++start[term.a + 1];
+        for (std::size_t a = 0; a < kept; ++a)
+            start[a + 1] += start[a];
+        std::vector<std::size_t> next(start.begin(), start.end() - 1);
+        for (std::size_t a = 0; a < kept; ++a) {
+            while (next[a] < start[a + 1]) {
+                ReducedPackage::Term& here = terms[next[a]];
+                if (here.a == a)
+                    ++next[a];
+                else
+                    std::swap(here, terms[next[here.a]++]);
+            }
+            std::sort(terms.begin() + static_cast<std::ptrdiff_t>(start[a]),
+                      terms.begin() + static_cast<std::ptrdiff_t>(start[a + 1]),
+                      [](ReducedPackage::Term const& x, ReducedPackage::Term const& y) {
+                          return x.b != y.b ? x.b < y.b : x.textAt < y.textAt;
+                      });
+        }
+    }
 }
 
 bool readReducedPackage(std::istream& in, std::string const& name, std::vector<std::string> const& pins,

@@ -18,6 +18,7 @@
 // (PackageReduction) stays as small as what it keeps.
 
 #include <cstddef>
+#include <cstdint>
 #include <istream>
 #include <string>
 #include <unordered_map>
@@ -51,6 +52,8 @@ struct PackageValue {
 struct PathSection {
     int line = 0;
     int depth = 0;
+    // The Endfork and Fork words read between the section ahead and this one.
+    int endforks = 0, forks = 0;
     PackageValue len, l, r, c;
     bool hasL = false, hasR = false, hasC = false;
 };
@@ -97,6 +100,11 @@ public:
 
     // [Define Package Model] NAME.
     virtual void modelBegins(std::string const& /*name*/, int /*line*/) {}
+    // [Manufacturer], [OEM] or [Description] (keyword in lower case) and the
+    // text behind it.
+    virtual void header(std::string const& /*keyword*/, std::string const& /*text*/, int /*line*/) {}
+    // [Number Of Sections] N (0 when N is no whole number above 0).
+    virtual void sections(std::size_t /*count*/) {}
     // Each name under [Pin Numbers], numbered from 0 in the order listed.
     virtual void pin(std::size_t /*index*/, std::string const& /*name*/, int /*line*/) {}
     // A matrix keyword and its form.
@@ -112,6 +120,16 @@ public:
     virtual void section(std::size_t /*pin*/, PathSection const& /*section*/) {}
     // A fault of the block's structure.
     virtual void problem(PackageProblem /*problem*/, int /*line*/, std::string const& /*text*/) {}
+    // A sink that needs the terms of some pins only says so here, and which:
+    // the reader then steps over the rows of the other pins without reading
+    // them, and reads as numbers only the entries of those pins; what goes
+    // unread is not judged, so its faults are not reported. By default every
+    // row is read and judged.
+    virtual bool selective() const { return false; }
+    virtual bool keeps(std::size_t /*pin*/) const { return true; }
+    // One past the last pin of [Pin Numbers] that a selective sink keeps: a
+    // full or banded row is read no further than that pin.
+    virtual std::size_t keptBefore() const { return static_cast<std::size_t>(-1); }
     // [End Package Model], or the keyword or end of file that ended the
     // block without it (then a NotClosed problem came first).
     virtual void modelEnds(int /*line*/) {}
@@ -131,6 +149,9 @@ public:
     void finish(int lines);
 
     bool inModel() const { return _open; }
+    // True while the lines up to the next keyword line are a row that the
+    // sink does not keep: a reader of many lines may step over them.
+    bool skippingRow() const { return _skipping; }
 
 private:
     enum class Part { Head, PinNumbers, ModelData, Matrix, AfterData };
@@ -147,6 +168,9 @@ private:
     void sectionText(std::string_view text, int line);
     void endPins(int line);
     void rowValues(std::vector<std::string_view> const& fields, int line);
+    void keptRowValues(std::string_view text, int line, char comment);
+    bool rowIsFull(int line);
+    void entry(std::string_view field, std::size_t column, int line);
     void sparseValues(std::vector<std::string_view> const& fields, int line);
     bool readCount(std::string_view rest, char comment, int line, char const* what, std::size_t& count);
     bool value(std::string_view field, int line, PackageValue& out, char const* what);
@@ -174,6 +198,7 @@ private:
     bool _inPath = false;
     bool _pathBad = false; // a fault of the path was reported
     int _pathSections = 0, _pathLine = 0, _forkDepth = 0, _forkLine = 0;
+    int _forksAhead = 0, _endforksAhead = 0; // since the last section
     std::string _pending; // a section's text up to its "/"
     int _pendingLine = 0;
     // The matrix being read.
@@ -185,6 +210,7 @@ private:
     bool _hasBandwidth = false;
     std::vector<char> _rows; // per pin: its row was read
     bool _inRow = false;
+    bool _skipping = false; // in a row that the sink does not keep
     std::size_t _row = 0, _entries = 0;
     int _rowLine = 0;
     bool _dataWarned = false;
@@ -206,6 +232,8 @@ std::vector<std::string> packageModelNames(std::istream& in);
 // with the terms between them), not with the package.
 struct ReducedPackage {
     std::string name;
+    std::string manufacturer, oem, description; // as written, "" when not
+    std::size_t sections = 0;      // [Number Of Sections], 0 without it
     std::vector<std::string> pins; // as asked for, in that order
     std::vector<bool> found;       // the model lists the pin
     bool sectionForm = false;
@@ -221,12 +249,19 @@ struct ReducedPackage {
     std::vector<Self> self;
 
     // A term between kept pins a <= b (positions in `pins`), self terms
-    // among them; in order of a, then b.
+    // among them; in order of a, then b. Its text as written lies in the
+    // matrix's `texts`, so that a term takes 24 bytes whatever its text.
     struct Term {
-        std::size_t a = 0, b = 0;
-        PackageValue value;
+        std::uint32_t a = 0, b = 0;
+        double value = 0;
+        std::uint32_t textAt = 0, textSize = 0;
     };
     std::vector<Term> terms[kMatrices];
+    std::string texts[kMatrices];
+    std::string_view text(Matrix matrix, Term const& term) const
+    {
+        return std::string_view(texts[static_cast<int>(matrix)]).substr(term.textAt, term.textSize);
+    }
     // The section form: each kept pin's path as written.
     std::vector<std::vector<PathSection>> paths;
 };
@@ -238,6 +273,8 @@ public:
     PackageReduction(std::string name, std::vector<std::string> pins);
 
     void modelBegins(std::string const& name, int line) override;
+    void header(std::string const& keyword, std::string const& text, int line) override;
+    void sections(std::size_t count) override;
     void pin(std::size_t index, std::string const& name, int line) override;
     void term(Matrix matrix, std::size_t row, std::size_t column, PackageValue const& value, int line) override;
     void section(std::size_t pin, PathSection const& section) override;
@@ -249,12 +286,17 @@ public:
     // The first fault of the model read, with its line ("" when none).
     std::string const& fault() const { return _fault; }
     ReducedPackage& result() { return _result; }
+    // Only the kept pins' rows and entries are read.
+    bool selective() const override { return true; }
+    bool keeps(std::size_t pin) const override { return pin < _slot.size() && _slot[pin] != 0; }
+    std::size_t keptBefore() const override { return _before; }
 
 private:
     bool _active = false, _done = false;
     std::string _wanted;
     std::unordered_map<std::string, std::size_t> _kept; // pin name to its position in the result
     std::vector<std::size_t> _slot;                     // package pin index to kept position + 1 (0: not kept)
+    std::size_t _before = 0;                            // one past the last kept pin index
     ReducedPackage _result;
     std::string _fault;
 };

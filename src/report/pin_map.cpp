@@ -1,9 +1,11 @@
 #include "report/pin_map.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 
+#include "ibis/ibis_number.h"
 #include "report/html_text.h"
 #include "report/resolution_report.h"
 
@@ -26,6 +28,13 @@ constexpr int kOtherPerLine = 24;
 char const* const kBankColours[] = {"#E69F00", "#56B4E9", "#009E73", "#F0E442",
                                     "#0072B2", "#D55E00", "#CC79A7", "#000000"};
 
+// A sequential scale for the pin inductance, light to dark, which
+// colour-blind readers tell apart (viridis), and the colour of a pin without
+// a value.
+char const* const kInductanceColours[] = {"#FDE725", "#5DC863", "#21908C", "#3B528B", "#440154"};
+constexpr int kInductanceClasses = 5;
+char const kNoInductance[] = "#BBBBBB";
+
 int rowIndex(char letter)
 {
     std::string_view::size_type const at = kRowLetters.find(letter);
@@ -38,7 +47,69 @@ struct Marker {
     SignalOutcome const* signal;
     bool negativeLeg;
     int x = 0, y = 0; // centre
+    IbsPinParasitics const& values() const { return negativeLeg ? signal->pairValues : signal->values; }
 };
+
+// The pins' inductances in nH, split into classes of equal width from the
+// least to the greatest.
+struct InductanceScale {
+    bool any = false;
+    double least = 0, greatest = 0;
+
+    static bool valueOf(IbsPinParasitics const& values, double& nH)
+    {
+        ibis::Number const number = ibis::parseNumber(values.l);
+        nH = number.value * 1e9;
+        return !values.l.empty() && number.isValue();
+    }
+    void add(IbsPinParasitics const& values)
+    {
+        double nH = 0;
+        if (!valueOf(values, nH))
+            return;
+        least = any ? std::min(least, nH) : nH;
+        greatest = any ? std::max(greatest, nH) : nH;
+        any = true;
+    }
+    int classes() const { return greatest > least ? kInductanceClasses : 1; }
+    // The class of a pin, or -1 without a value.
+    int classOf(IbsPinParasitics const& values) const
+    {
+        double nH = 0;
+        if (!valueOf(values, nH))
+            return -1;
+        if (greatest <= least)
+            return 0;
+        int const c = static_cast<int>((nH - least) / (greatest - least) * kInductanceClasses);
+        return std::min(std::max(c, 0), kInductanceClasses - 1);
+    }
+    double bound(int c) const { return least + (greatest - least) * c / kInductanceClasses; }
+};
+
+std::string nanohenries(double value)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.2f", value);
+    return text;
+}
+
+void appendInductanceLegend(std::string& out, InductanceScale const& scale, bool lacking)
+{
+    out += "<ul class=\"legend inductance-legend\">";
+    for (int c = 0; c < scale.classes(); ++c) {
+        out += "<li><span class=\"swatch\" style=\"background:";
+        out += kInductanceColours[scale.classes() == 1 ? 2 : c];
+        out += "\"></span>L_pin ";
+        out += scale.classes() == 1 ? nanohenries(scale.least) : nanohenries(scale.bound(c)) + " to " + nanohenries(scale.bound(c + 1));
+        out += " nH</li>";
+    }
+    if (lacking) {
+        out += "<li><span class=\"swatch\" style=\"background:";
+        out += kNoInductance;
+        out += "\"></span>no L_pin: no [Pin] row, or a pin the package model lacks</li>";
+    }
+    out += "</ul>";
+}
 
 // Banks in the order of their legend: numbers by value, then other names.
 std::vector<std::string> bankOrder(std::vector<SignalOutcome> const& signals)
@@ -80,6 +151,9 @@ void appendTitle(std::string& out, Marker const& m)
         text += "\nnearest model " + s.nearest + (s.differs.empty() ? "" : ": " + s.differs);
     if (!s.pairPin.empty())
         text += "\ndifferential pair " + s.pin + " and " + s.pairPin;
+    IbsPinParasitics const& values = m.values();
+    if (!values.l.empty())
+        text += "\nR_pin " + values.r + ", L_pin " + values.l + ", C_pin " + values.c;
     out += "<title>";
     appendEscaped(out, text);
     out += "</title>";
@@ -224,11 +298,24 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
 
     std::string out;
     out.reserve(400 * markers.size() + 4096);
+    // With the package model's values, a third switch colours by pin
+    // inductance.
+    InductanceScale inductance;
+    bool lacking = false;
+    for (Marker const& m : markers) {
+        inductance.add(m.values());
+        lacking = lacking || m.values().l.empty();
+    }
     out += "<input type=\"radio\" name=\"pin-colour\" id=\"by-outcome\" checked>"
            "<label for=\"by-outcome\">Colour by outcome</label> "
            "<input type=\"radio\" name=\"pin-colour\" id=\"by-bank\">"
            "<label for=\"by-bank\">Colour by bank</label>";
+    if (inductance.any)
+        out += " <input type=\"radio\" name=\"pin-colour\" id=\"by-inductance\">"
+               "<label for=\"by-inductance\">Colour by pin inductance</label>";
     appendLegend(out, signals, banks);
+    if (inductance.any)
+        appendInductanceLegend(out, inductance, lacking);
 
     out += "<svg class=\"pinmap\"";
     appendAttribute(out, "width", width);
@@ -241,6 +328,20 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
         appendInt(out, static_cast<long>(i));
         out += "{fill:";
         out += kBankColours[i % std::size(kBankColours)];
+        out += "}";
+    }
+    if (inductance.any) {
+        out += ".inductance-legend{display:none!important}#by-inductance:checked~.inductance-legend{display:flex!important}"
+               "#by-inductance:checked~.outcome-legend{display:none!important}";
+        for (int c = 0; c < inductance.classes(); ++c) {
+            out += "#by-inductance:checked~.pinmap .l";
+            appendInt(out, c);
+            out += "{fill:";
+            out += kInductanceColours[inductance.classes() == 1 ? 2 : c];
+            out += "}";
+        }
+        out += "#by-inductance:checked~.pinmap .lx{fill:";
+        out += kNoInductance;
         out += "}";
     }
     out += "</style>";
@@ -304,6 +405,15 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
         out += m.signal->outcome;
         out += " b";
         appendInt(out, static_cast<long>(bankIndex[m.signal->bank]));
+        if (inductance.any) {
+            int const c = inductance.classOf(m.values());
+            if (c < 0) {
+                out += " lx";
+            } else {
+                out += " l";
+                appendInt(out, c);
+            }
+        }
         out += "\" data-pin=\"";
         appendEscaped(out, m.pin);
         out += "\" data-outcome=\"";

@@ -68,11 +68,33 @@ std::vector<std::string> ResolutionReport::signalFields(SignalOutcome const& s)
             s.outcome, s.model, s.signalInFile, s.nearest,  s.differs};
 }
 
+namespace {
+
+// The package model's values of a signal's pins, behind its other columns.
+std::vector<std::string> const kParasiticsColumns = {"r_pin", "l_pin", "c_pin", "pair_r_pin", "pair_l_pin",
+                                                     "pair_c_pin"};
+
+std::vector<std::string> parasiticsFields(SignalOutcome const& s)
+{
+    return {s.values.r, s.values.l, s.values.c, s.pairValues.r, s.pairValues.l, s.pairValues.c};
+}
+
+} // namespace
+
 std::string ResolutionReport::csv() const
 {
-    std::string out = csvRow(signalColumns());
-    for (SignalOutcome const& s : _signals)
-        out += csvRow(signalFields(s));
+    std::vector<std::string> columns = signalColumns();
+    if (_parasitics)
+        columns.insert(columns.end(), kParasiticsColumns.begin(), kParasiticsColumns.end());
+    std::string out = csvRow(columns);
+    for (SignalOutcome const& s : _signals) {
+        std::vector<std::string> fields = signalFields(s);
+        if (_parasitics) {
+            std::vector<std::string> const values = parasiticsFields(s);
+            fields.insert(fields.end(), values.begin(), values.end());
+        }
+        out += csvRow(fields);
+    }
     out += "\r\n" + csvRow({"model", "signals"});
     for (auto const& model : _models)
         out += csvRow({model.first, std::to_string(model.second)});
@@ -107,8 +129,13 @@ std::string ResolutionReport::json() const
                ", \"model_key\": " + jsonString(s.key) + ", \"outcome\": " + jsonString(s.outcome) +
                ", \"model\": " + jsonString(s.model) +
                ", \"signal_in_file\": " + jsonString(s.signalInFile) +
-               ", \"nearest\": " + jsonString(s.nearest) + ", \"differs\": " + jsonString(s.differs) +
-               "}";
+               ", \"nearest\": " + jsonString(s.nearest) + ", \"differs\": " + jsonString(s.differs);
+        if (_parasitics) {
+            std::vector<std::string> const values = parasiticsFields(s);
+            for (std::size_t v = 0; v < values.size(); ++v)
+                out += ", \"" + kParasiticsColumns[v] + "\": " + (values[v].empty() ? "null" : jsonString(values[v]));
+        }
+        out += "}";
     }
     out += _signals.empty() ? "],\n" : "\n  ],\n";
     out += "  \"models\": [";

@@ -112,6 +112,19 @@ void ResolutionReport::afterWrite(IBIS_MODEL const& generator)
     }
 }
 
+void ResolutionReport::setPinParasitics(std::map<std::string, IbsPinParasitics> const& values)
+{
+    _parasitics = true;
+    auto take = [&](std::string const& pin, IbsPinParasitics& into) {
+        auto const at = pin.empty() ? values.end() : values.find(pin);
+        into = at == values.end() ? IbsPinParasitics() : at->second;
+    };
+    for (SignalOutcome& signal : _signals) {
+        take(signal.pin, signal.values);
+        take(signal.pairPin, signal.pairValues);
+    }
+}
+
 void ResolutionReport::setRun(std::string const& padFile, std::string const& masterFile,
                               bool variant)
 {

@@ -34,6 +34,9 @@ struct SignalOutcome {
     // which that differs, when the signal is missing or got that model.
     std::string nearest, differs;
     std::string pairPin; // the pin of a differential signal's negative leg
+    // R_pin, L_pin and C_pin of the pin and of the negative leg's pin, from
+    // the package model; empty where it does not give them.
+    IbsPinParasitics values, pairValues;
 };
 
 class ResolutionReport {
@@ -47,6 +50,11 @@ public:
     // rows add theirs while it is written), the [Pin] row names and the
     // design file options.
     void afterWrite(IBIS_MODEL const& generator);
+
+    // R_pin, L_pin and C_pin by pin, from the package model (--pin-parasitics,
+    // --package-model); call after afterWalk. The CSV and JSON then give each
+    // signal's, and the page's pin map can be coloured by pin inductance.
+    void setPinParasitics(std::map<std::string, IbsPinParasitics> const& values);
 
     // Run facts for the JSON document.
     void setRun(std::string const& padFile, std::string const& masterFile, bool variant);
@@ -87,6 +95,7 @@ private:
     std::string _padFile, _masterFile, _family, _part, _package, _component;
     std::string _designFile;
     bool _variant = false;
+    bool _parasitics = false; // setPinParasitics was called
     IbsDesignFileOptions _options;
 };
 

@@ -18,12 +18,14 @@
 #include "pad/pad_lines.h"
 #include "report/resolution_report.h"
 #include "resolve/model_substitute.h"
+#include "run/design_package.h"
 #include "run/run_flows.h"
 #include "safety/input_files.h"
 #include "safety/master_scan.h"
 #include "safety/output_guard.h"
 #include "safety/pad_scan.h"
 #include "variant/basib_vargon.h"
+#include "writer/design_file_options.h"
 #include "writer/design_paths.h"
 
 namespace {
@@ -65,6 +67,48 @@ std::vector<safety::RunFile> padOutputs(RunOptions const& options, IbsDesignPath
     for (std::string const& companion : paths.companionFiles)
         outputs.push_back({"the companion copy", shownPath(companion)});
     return outputs;
+}
+
+// With --pin-parasitics or --package-model: the design package's model read
+// for the pins of the design file's [Pin] rows, and what it gives handed to
+// the writer and the report. Warnings come back in `warnings`; false when the
+// model cannot be used, and package.source says why.
+bool takeDesignPackage(RunOptions const& options, IBIS_MODEL const& generator, IbsDesignPaths const& paths,
+                       ResolutionReport& report, DesignPackage& package, std::vector<std::string>& warnings)
+{
+    if (!options.pinParasitics && !options.packageModel)
+        return true;
+    if (!readDesignPackage(paths.packageSource, options.secondPath, ibsPinRowPins(generator), package))
+        return false;
+    if (package.source.path.empty()) {
+        std::string const asked = options.pinParasitics && options.packageModel
+                                      ? "--pin-parasitics and --package-model change"
+                                      : options.pinParasitics ? "--pin-parasitics changes" : "--package-model changes";
+        warnings.push_back("no package model: neither a package model file " + paths.packageFileName +
+                           " beside the master file nor the master file defines one; " + asked + " nothing");
+        return true;
+    }
+    if (!package.lacking.empty())
+        warnings.push_back("the package model " + package.name + " lists no pin " + someOf(package.lacking, 8) +
+                           (package.lacking.size() == 1 ? ": its [Pin] row keeps" : ": their [Pin] rows keep") +
+                           " the [Package] values");
+    IbsDesignFileOptions designFile = ibsDesignFileOptions();
+    if (options.pinParasitics)
+        designFile.pinParasitics = package.values;
+    if (options.packageModel && !package.defineText.empty()) {
+        designFile.packageModel = package.name;
+        designFile.packageModelText = std::move(package.defineText);
+    }
+    ibsSetDesignFileOptions(std::move(designFile));
+    report.setPinParasitics(package.values);
+    return true;
+}
+
+// "FILE:LINE: TEXT" of a package model that cannot be used.
+std::string packageError(PackageSource const& source)
+{
+    return source.errorFile + (source.errorLine > 0 ? ":" + std::to_string(source.errorLine) : std::string()) +
+           ": " + source.error;
 }
 
 // The legacy host: the generator driven as the legacy flow drives it, with
@@ -114,6 +158,16 @@ int legacyPadRun(RunOptions const& options, ResolutionReport& report)
         std::fflush(stdout);
         std::fprintf(stderr, "pad2ibis: %s; nothing was written\n", safety::describe(overwrite).c_str());
         return 2;
+    }
+    DesignPackage package;
+    std::vector<std::string> warnings;
+    bool const usable = takeDesignPackage(options, *generator, paths, report, package, warnings);
+    std::fflush(stdout);
+    for (std::string const& warning : warnings)
+        std::fprintf(stderr, "pad2ibis: warning: %s\n", warning.c_str());
+    if (!usable) {
+        std::fprintf(stderr, "pad2ibis: error: %s; nothing was written\n", packageError(package.source).c_str());
+        return 1;
     }
 
     if (!generator->writeIbisModels(options.btn))
@@ -192,6 +246,7 @@ private:
     void checkMaster();
     void loadModels();
     void resolve();
+    void readPackage(IbsDesignPaths const& paths);
     void write(IbsDesignPaths const& paths);
     void summarize(IbsDesignPaths const& paths) const;
     [[noreturn]] void fail(int code) const;
@@ -202,6 +257,7 @@ private:
     std::string _family;
     std::unique_ptr<IBIS_MODEL> _generator;
     MasterScanTask _masterScan;
+    DesignPackage _package;
 };
 
 int PadRun::run()
@@ -215,6 +271,7 @@ int PadRun::run()
     checkMaster();
     loadModels();
     resolve();
+    readPackage(paths);
     write(paths);
     summarize(paths);
     return 0;
@@ -327,6 +384,23 @@ void PadRun::resolve()
     _report.afterWalk(*_generator);
 }
 
+void PadRun::readPackage(IbsDesignPaths const& paths)
+{
+    std::vector<std::string> warnings;
+    bool const usable = takeDesignPackage(_options, *_generator, paths, _report, _package, warnings);
+    for (std::string const& warning : warnings)
+        _console.warning(warning);
+    if (usable)
+        return;
+    PackageSource const& source = _package.source;
+    if (source.errorLine > 0)
+        _console.findings(source.errorFile, {{source.errorLine, ibischeck::Severity::Error, source.error}});
+    else
+        _console.error(source.errorFile + " " + source.error);
+    _console.error("the package model of " + source.errorFile + " cannot be used as it stands; nothing was written");
+    fail(1);
+}
+
 void PadRun::write(IbsDesignPaths const& paths)
 {
     // A pad report in a folder of its own gets its design file in the same
@@ -369,6 +443,14 @@ void PadRun::summarize(IbsDesignPaths const& paths) const
                                            [](Console::Written const& w) { return w.role == IBS_FILE_PACKAGE; });
     if (!packageCopied)
         text += "No package model file " + paths.packageFileName + " lies beside the master file; none was copied.\n";
+    if (!_package.source.path.empty()) {
+        text += "Package model " + _package.name + " (" + shownPath(_package.source.path) + "): " +
+                std::to_string(_package.covered) + " of " + std::to_string(_package.pins.size()) + " design pins\n";
+        if (_options.pinParasitics)
+            text += "  R_pin, L_pin and C_pin on their [Pin] rows\n";
+        if (_options.packageModel && _package.covered > 0)
+            text += "  [Define Package Model] " + _package.name + " of them in the design file\n";
+    }
     console::SignalCounts counts;
     counts.substituting = _options.substituteNearest;
     for (SignalOutcome const& signal : _report.signals()) {

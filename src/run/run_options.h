@@ -31,6 +31,8 @@ struct RunOptions {
     bool allModels = false;    // --all-models
     bool modelSelector = false; // --model-selector
     bool substituteNearest = false; // --substitute nearest
+    bool pinParasitics = false; // --pin-parasitics: R_pin, L_pin, C_pin on each [Pin] row
+    bool packageModel = false;  // --package-model: the package model of the design's pins in the design file
     std::string firstPath;  // pad report, or the design file of the AMI flow
     std::string secondPath; // master IBIS file, or the SerDes master
 };

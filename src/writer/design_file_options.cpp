@@ -4,6 +4,7 @@
 
 #include "driver/basibsgen.h"
 #include "writer/option_sections.h"
+#include "writer/pin_rows.h"
 
 namespace {
 
@@ -20,6 +21,11 @@ void ibsSetDesignFileOptions(IbsDesignFileOptions const& options)
     current() = options;
 }
 
+void ibsSetDesignFileOptions(IbsDesignFileOptions&& options)
+{
+    current() = std::move(options);
+}
+
 IbsDesignFileOptions const& ibsDesignFileOptions()
 {
     return current();
@@ -32,4 +38,12 @@ std::vector<std::string> ibsPinSignalNames(IBIS_MODEL const& generator)
          pinRowNames(generator._iobufs, generator._diffPinMap, current().signalNameWidth))
         names.push_back(row.row ? row.stem + (row.pair ? "+" : "") : "");
     return names;
+}
+
+std::vector<std::string> ibsPinRowPins(IBIS_MODEL const& generator)
+{
+    std::vector<std::string> pins;
+    for (PinRowLine const& row : pinRowLines(generator))
+        pins.push_back(row.pin);
+    return pins;
 }

@@ -7,15 +7,26 @@
 // [Model Selector] that lets a simulator switch a pin between the models that
 // differ from the design's only in slew and drive.
 //
+// A host that reads the design package's model may also give each [Pin] row
+// its own R_pin, L_pin and C_pin, name a package model under [Component]
+// and hold that model's text in the design file.
+//
 // The options are process-wide, like the generator's static flags: a host
 // sets them before writeIbisModels and they hold for every run after. The
 // defaults write the design file byte for byte as it is written without
 // this seam.
 
+#include <map>
 #include <string>
 #include <vector>
 
 class IBIS_MODEL;
+
+// A [Pin] row's R_pin, L_pin and C_pin, each as it goes into its column: an
+// IBIS number of at most 9 characters, or NA.
+struct IbsPinParasitics {
+    std::string r, l, c;
+};
 
 struct IbsDesignFileOptions {
     // The name on the design file's [Component] line in place of the
@@ -36,10 +47,22 @@ struct IbsDesignFileOptions {
     // then those models, each described by its drive and slew in the
     // naming tables' words. The design's [Pin] rows name the selector.
     bool modelSelectors = false;
+    // R_pin, L_pin and C_pin by pin name. With any entry, the [Pin] keyword
+    // line names the three columns above them, and each row of a pin listed
+    // here carries its values; the rows of the other pins stay as they are.
+    std::map<std::string, IbsPinParasitics> pinParasitics = {};
+    // The name on a "[Package Model]" line behind the [Pin] rows; empty: no
+    // such line.
+    std::string packageModel = "";
+    // Text written between "| End [Component]" and "[End]": whole lines,
+    // each with its LF ("[Define Package Model] NAME" ... "[End Package
+    // Model]").
+    std::string packageModelText = "";
 };
 
 // Takes the options for the design files written from now on.
 void ibsSetDesignFileOptions(IbsDesignFileOptions const& options);
+void ibsSetDesignFileOptions(IbsDesignFileOptions&& options);
 IbsDesignFileOptions const& ibsDesignFileOptions();
 
 // The signal name of each signal's [Pin] row as the design file has it under
@@ -48,5 +71,11 @@ IbsDesignFileOptions const& ibsDesignFileOptions();
 // pair, and "" for a signal that has no row. Call once the design's models
 // are resolved.
 std::vector<std::string> ibsPinSignalNames(IBIS_MODEL const& generator);
+
+// The pin of each [Pin] row of the design file, in the order of the rows: a
+// differential pair gives its two pins, and with D-PHY rows (a D-PHY model
+// named shorter than 13 characters gives none here) their pins follow. Call
+// once the design's models are resolved.
+std::vector<std::string> ibsPinRowPins(IBIS_MODEL const& generator);
 
 #endif

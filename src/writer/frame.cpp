@@ -65,6 +65,9 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
         _masterStream.clear();
     }
     _designStream << "| End [Component]\n";
+    // A package model that the host gives the design file stands behind the
+    // component.
+    _designStream << ibsDesignFileOptions().packageModelText;
     _designStream << "[End]\n";
     _designStream.close();
 

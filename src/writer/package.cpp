@@ -9,6 +9,8 @@
 #include "host/ut_string.h"
 #include "master/master_lines.h"
 #include "writer/copy_lines.h"
+#include "writer/design_file_options.h"
+#include "writer/pin_rows.h"
 
 namespace {
 
@@ -41,7 +43,9 @@ void IBIS_MODEL::writeIbisPackageInfo()
                               << "C_pkg                  0                0               0\n"
                               << "|\n";
             }
-            _designStream << raw << "\n";
+            // Rows that carry R_pin, L_pin and C_pin get column heads above
+            // them; otherwise the master's line stands.
+            _designStream << pinListHeading(raw, pinParasiticsColumn(*this, ibsDesignFileOptions())) << "\n";
             break;
         }
         if (found)

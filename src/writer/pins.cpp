@@ -9,21 +9,21 @@
 #include "host/ut_string.h"
 #include "writer/design_file_options.h"
 #include "writer/option_sections.h"
+#include "writer/pin_rows.h"
 
 namespace {
 
-// text left-justified in a column of width characters; a longer text is
-// never cut and pushes the rest of the row to the right.
 std::string column(std::string const& text, std::string::size_type width)
 {
     return text.size() < width ? text + std::string(width - text.size(), ' ') : text;
 }
 
-// Pin in 13 columns, signal in 20, then the model.
-void writePinRow(std::ofstream& out, std::string const& pin, std::string const& signal,
-                 std::string const& model)
+// Pin in 13 columns, signal in 20, then the model, and from `start` on the
+// pin's R_pin, L_pin and C_pin when the host gave them.
+void writePinRow(std::ofstream& out, std::string const& pin, std::string const& signal, std::string const& model,
+                 std::size_t start)
 {
-    out << column(pin, 13) << " " << column(signal, 20) << " " << model << "\n";
+    out << withPinParasitics(pinRowText(pin, signal, model), pin, start, ibsDesignFileOptions()) << "\n";
 }
 
 } // namespace
@@ -38,20 +38,27 @@ void IBIS_MODEL::writeIbisPinInfo()
     IbsDesignFileOptions const& options = ibsDesignFileOptions();
     std::vector<PinRowName> const names = pinRowNames(_iobufs, _diffPinMap, options.signalNameWidth);
     ModelSelectors const selectors(_availableModels, options.modelSelectors);
+    std::size_t const start = pinParasiticsColumn(*this, options);
     for (std::size_t i = 0; i < _iobufs.size(); ++i) {
         IB_IOBUF const* iobuf = _iobufs[i];
         if (!names[i].row)
             continue;
         std::string const model = selectors.pinModel(iobuf->model);
         if (!names[i].pair) {
-            writePinRow(_designStream, iobuf->site ? iobuf->site : "", names[i].stem, model);
+            writePinRow(_designStream, iobuf->site ? iobuf->site : "", names[i].stem, model, start);
             continue;
         }
-        writePinRow(_designStream, iobuf->site ? iobuf->site : "", names[i].stem + "+", model);
-        writePinRow(_designStream, _diffPinMap.at(std::string(iobuf->name) + "-"), names[i].stem + "-", model);
+        writePinRow(_designStream, iobuf->site ? iobuf->site : "", names[i].stem + "+", model, start);
+        writePinRow(_designStream, _diffPinMap.at(std::string(iobuf->name) + "-"), names[i].stem + "-", model,
+                    start);
     }
     writeDphyPinInfo();
     writeSectionSeperator();
+    // A package model that the host names for the component.
+    if (!options.packageModel.empty()) {
+        _designStream << "[Package Model]  " << options.packageModel << "\n";
+        writeSectionSeperator();
+    }
 }
 
 void IBIS_MODEL::writeDphyPinInfo()
@@ -63,20 +70,17 @@ void IBIS_MODEL::writeDphyPinInfo()
     int hs = 1;
     int lp = 1;
     ModelSelectors const selectors(_availableModels, ibsDesignFileOptions().modelSelectors);
+    std::size_t const start = pinParasiticsColumn(*this, ibsDesignFileOptions());
     for (std::string const& model : _availableModels) {
         if (model.find("mip") == std::string::npos)
             continue;
         // The D-PHY mode stands at the termination position; a shorter name
         // fails with the string operation's out-of-range error, uncaught.
         char mode = model.at(12);
-        std::string signal;
-        if (mode == 'h')
-            signal = "mode_hs_" + std::to_string(hs++);
-        else if (mode == 'l')
-            signal = "mode_lp_" + std::to_string(lp++);
-        else
+        std::string pin, signal;
+        if (!nextDphyRow(mode, hs, lp, pin, signal))
             continue;
-        writePinRow(_designStream, "MIP_" + std::to_string(hs + lp - 2), signal, selectors.pinModel(model));
+        writePinRow(_designStream, pin, signal, selectors.pinModel(model), start);
         _designModels.insert(model);
     }
 }

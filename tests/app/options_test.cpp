@@ -17,7 +17,8 @@ S describe(RunOptions const& o)
     std::pair<bool, char const*> const flags[] = {{o.help, "help"}, {o.version, "version"}, {o.ami, "ami"},
         {o.vargon, "vargon"}, {o.ncd, "ncd"}, {o.brinmark, "brinmark"}, {o.dphy, "dphy"}, {o.msgflow, "msgflow"},
         {o.dumpAltModels, "dump-alt-models"}, {o.familyGiven, "family"}, {o.allModels, "all-models"},
-        {o.modelSelector, "model-selector"}, {o.substituteNearest, "nearest"}};
+        {o.modelSelector, "model-selector"}, {o.substituteNearest, "nearest"}, {o.pinParasitics, "pin-parasitics"},
+        {o.packageModel, "package-model"}};
     S text;
     for (auto const& flag : flags)
         text += flag.first ? S(flag.second) + " " : "";
@@ -42,6 +43,8 @@ TEST(RunOptions, AcceptedCommandLines)
         {{"--", "--odd.pad", "m.ibs"}, "btn=0 family= channels= --odd.pad m.ibs"}, // "--" ends the options
         {{"--component-name", "A", "--truncate", "40", "--all-models", "--model-selector", "--vargon", "d.pad", "m.ibs"},
          "vargon all-models model-selector btn=0 family= channels= component=A truncate=40 d.pad m.ibs"},
+        {{"--package-model", "--pin-parasitics", "--legacy", "d.pad", "m.ibs"},
+         "pin-parasitics package-model btn=0 family= channels= d.pad m.ibs"},
         {{"--component-name", "BOARD U7 ~x!", "--truncate", "20", "d.pad", "m.ibs"},
          "btn=0 family= channels= component=BOARD U7 ~x! truncate=20 d.pad m.ibs"},
         {{"--component-name", "1234567890123456789012345678901234567890", "--truncate", "0", "d.pad", "m.ibs"},
@@ -73,6 +76,8 @@ TEST(RunOptions, UsageErrors)
         {{"--ami", "d", "m.ibs"}, "--ami needs --channels"},
         {{"--ami", "--channels", "c", "--btn", "1", "d", "m.ibs"}, nullptr},
         {{"--ami", "--channels", "c", "--vargon", "d", "m.ibs"}, nullptr},
+        {{"--ami", "--channels", "c", "--pin-parasitics", "d", "m.ibs"}, nullptr},
+        {{"--ami", "--channels", "c", "--package-model", "d", "m.ibs"}, nullptr},
         {{"--channels", "c", "d.pad", "m.ibs"}, "--channels goes with --ami"},
         {{"--component-name", "", "d.pad", "m.ibs"}, "--component-name needs 1 to 40 characters, not 0"},
         {{"--component-name", "12345678901234567890123456789012345678901", "d.pad", "m.ibs"},

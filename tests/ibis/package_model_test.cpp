@@ -148,7 +148,7 @@ TEST(PackageModel, ReductionToSomePins)
     EXPECT_EQ(reduced.name, "P5");
     std::vector<S> terms;
     for (auto const& t : reduced.terms[1])
-        terms.push_back(std::to_string(t.a) + "," + std::to_string(t.b) + "=" + t.value.text);
+        terms.push_back(std::to_string(t.a) + "," + std::to_string(t.b) + "=" + S(reduced.text(ibis::Matrix::Inductance, t)));
     // P4-P2 (2.4n), P4-P5 (4.5n); P2-P5 lies outside the band.
     EXPECT_EQ(terms, (std::vector<S>{"0,0=4.4n", "0,1=2.4n", "0,2=4.5n", "1,1=2.2n", "2,2=5.5n"}));
     EXPECT_EQ(reduced.self[1].value[1].text, "2.2n");
@@ -160,6 +160,46 @@ TEST(PackageModel, ReductionToSomePins)
     std::istringstream again(text);
     EXPECT_FALSE(ibis::readReducedPackage(again, "OTHER", {"P1"}, reduced, error));
     EXPECT_EQ(error, "no [Define Package Model] OTHER");
+}
+
+TEST(PackageModel, ReductionReadsOnlyTheKeptPins)
+{
+    // Six pins, P2 and P6 kept: the rows of the others and the entries past
+    // the last kept pin go unread, so what stands there is not judged; a
+    // banded row that wraps round to a kept pin is read on.
+    S const head = "[Define Package Model] M\n[Manufacturer] m\n[OEM] o\n[Description] d\n[Number Of Pins] 6\n"
+                   "[Pin Numbers]\nP1\nP2\nP3\nP4\nP5\nP6\n[Model Data]\n";
+    S const inductance = "[Inductance Matrix] Full_matrix\n"
+                         "[Row] P1\nnot a row\n| nor this\n"                 // 15-17
+                         "[Row] P2\n2n x 0.2n\nq 0.26n\n"                    // 18-20
+                         "[Row] P3\n?\n[Row] P4\n?\n[Row] P5\n?\n"         // 21-26
+                         "[Row] P6\n6n\n";                                    // 27-28
+    S const capacitance = "[Capacitance Matrix] Banded_matrix\n[Bandwidth] 2\n"
+                          "[Row] P1\n? ? ?\n[Row] P2\n2p ? ?\n[Row] P3\n?\n[Row] P4\n?\n[Row] P5\n? ? ?\n"
+                          "[Row] P6\n6p ? 0.62p\n[End Model Data]\n[End Package Model]\n";
+    auto reduce = [&](S const& text, ibis::ReducedPackage& out, S& error) {
+        std::istringstream in(text);
+        return ibis::readReducedPackage(in, "", {"P6", "P2"}, out, error);
+    };
+    ibis::ReducedPackage reduced;
+    S error;
+    ASSERT_TRUE(reduce(head + inductance + capacitance, reduced, error)) << error;
+    std::vector<S> terms;
+    for (int m = 1; m < ibis::kMatrices; ++m)
+        for (auto const& t : reduced.terms[m])
+            terms.push_back(std::to_string(t.a) + "," + std::to_string(t.b) + "=" +
+                            S(reduced.text(static_cast<ibis::Matrix>(m), t)));
+    EXPECT_EQ(terms, (std::vector<S>{"0,0=6n", "0,1=0.26n", "1,1=2n", "0,0=6p", "0,1=0.62p", "1,1=2p"}));
+
+    // A fault in what is read keeps its line behind the rows stepped over.
+    S broken = inductance;
+    broken.replace(broken.find("q 0.26n"), 7, "q 0.2.6n");
+    EXPECT_FALSE(reduce(head + broken + capacitance, reduced, error));
+    EXPECT_EQ(error, "line 20: matrix entry \"0.2.6n\" is not a number");
+    broken = inductance;
+    broken.replace(broken.find("[Row] P6\n6n\n"), 12, "[Row] P6\n6n 1n\n");
+    EXPECT_FALSE(reduce(head + broken + capacitance, reduced, error));
+    EXPECT_EQ(error.substr(0, 49), "line 28: [Inductance Matrix] row P6 holds more th");
 }
 
 TEST(PackageModel, ProblemsWithTheirLines)

@@ -17,6 +17,7 @@
 #include "ibis/model_reader.h"
 #include "report/model_charts.h"
 #include "report/pin_map.h"
+#include "report/resolution_report.h"
 #include "support/test_support.h"
 
 namespace {
@@ -499,6 +500,40 @@ TEST(ReportPage, BallGridNames)
             EXPECT_EQ(reportpage::rowLetters(row) + std::to_string(column), c.pin);
         }
     }
+}
+
+TEST(ReportPage, PinMapColouredByPinInductance)
+{
+    // Five classes from the least to the greatest L_pin; a pin without one
+    // is grey; without any value the switch is not there.
+    std::vector<SignalOutcome> signals(4);
+    char const* const pins[] = {"A1", "A2", "B1", "C3"};
+    char const* const inductances[] = {"2nH", "3nH", "", "4.0e-9"};
+    for (int i = 0; i < 4; ++i) {
+        signals[i].name = "s" + std::to_string(i);
+        signals[i].pin = pins[i];
+        signals[i].outcome = "resolved";
+        if (*inductances[i] != '\0')
+            signals[i].values = IbsPinParasitics{"0.1", inductances[i], "0.5pF"};
+    }
+    signals[1].pairPin = "A3";
+    signals[1].pairValues = IbsPinParasitics{"0.1", "2.9nH", "0.5pF"};
+    S const page = reportpage::pinMap(signals);
+    EXPECT_NE(page.find("<input type=\"radio\" name=\"pin-colour\" id=\"by-inductance\"><label "
+                        "for=\"by-inductance\">Colour by pin inductance</label>"),
+              S::npos);
+    EXPECT_NE(page.find("L_pin 2.00 to 2.40 nH</li>"), S::npos);
+    EXPECT_NE(page.find("L_pin 3.60 to 4.00 nH</li>"), S::npos);
+    EXPECT_NE(page.find("no L_pin: no [Pin] row, or a pin the package model lacks</li>"), S::npos);
+    std::map<S, S> classes;
+    std::regex const marker("<g class=\"pin o-resolved b0 (l[0-9x])\" data-pin=\"([A-Z0-9]+)\"");
+    for (std::sregex_iterator m(page.begin(), page.end(), marker), end; m != end; ++m)
+        classes[(*m)[2]] = (*m)[1];
+    EXPECT_EQ(classes, (std::map<S, S>{{"A1", "l0"}, {"A2", "l2"}, {"A3", "l2"}, {"B1", "lx"}, {"C3", "l4"}}));
+    EXPECT_NE(page.find("R_pin 0.1, L_pin 2.9nH, C_pin 0.5pF"), S::npos);
+    for (SignalOutcome& signal : signals)
+        signal.values = signal.pairValues = IbsPinParasitics();
+    EXPECT_EQ(reportpage::pinMap(signals).find("inductance"), S::npos);
 }
 
 TEST(ReportPage, ThinningAndAxes)

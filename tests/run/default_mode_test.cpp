@@ -367,3 +367,89 @@ TEST(BothModes, TheSerDesSetIsNeverWrittenOverItsSources)
 }
 
 } // namespace
+
+namespace {
+
+// The design file of a run, from its IBIS folder.
+S designFile(Work const& work) { return ts::readFile(work.dir.file("IBIS/tiny.ibs")); }
+
+} // namespace
+
+TEST(DefaultMode, PackageModelOptionsTakeTheModelBesideTheMaster)
+{
+    // The tiny family's package model file is a header alone: nothing to
+    // take, so both options warn and change no byte; the legacy mode warns
+    // alike on standard error.
+    Work work;
+    ts::RunResult const plain = work.run({"-q", "tiny.pad", "tiny.ibs"});
+    S const before = designFile(work);
+    ts::RunResult const none = work.run({"-q", "--pin-parasitics", "--package-model", "tiny.pad", "tiny.ibs"});
+    EXPECT_EQ(none.exitCode, 0);
+    S const warning = "pad2ibis: warning: no package model: neither a package model file tiny_6bg256c_bg.pkg beside "
+                      "the master file nor the master file defines one; --pin-parasitics and --package-model change "
+                      "nothing\n";
+    EXPECT_EQ(none.err, plain.err + warning);
+    EXPECT_EQ(none.out, plain.out);
+    EXPECT_EQ(designFile(work), before);
+    ts::RunResult const legacy = ts::runLegacy({"--pin-parasitics", "tiny.pad", "tiny.ibs"}, work.dir.path());
+    EXPECT_NE(legacy.err.find("no package model: neither"), S::npos) << legacy.err;
+    EXPECT_EQ(designFile(work), before);
+
+    // A model with full L and C matrices: each row gets its self terms, the
+    // design file its two pins' matrices, and the reports their values.
+    work.copy("tiny_model.pkg", "tiny_6bg256c_bg.pkg");
+    ts::RunResult const r = work.run({"--pin-parasitics", "--package-model", "--report", "tiny.json", "tiny.pad",
+                                      "tiny.ibs"});
+    EXPECT_EQ(r.exitCode, 0) << r.err;
+    EXPECT_NE(r.out.find("Package model TINY_CABGA256 (tiny_6bg256c_bg.pkg): 2 of 2 design pins\n"
+                         "  R_pin, L_pin and C_pin on their [Pin] rows\n"
+                         "  [Define Package Model] TINY_CABGA256 of them in the design file\n"),
+              S::npos)
+        << r.out;
+    S const text = designFile(work);
+    EXPECT_NE(text.find("[Pin]         signal_name          model_name           R_pin     L_pin     C_pin\n"
+                        "A1            led                  lvc330s080naaaaaaaou 0.15      2.5nH     0.5pF\n"
+                        "A3            key                  lvc330axxxdaaaaaaain 0.25      3.125e-9  0.612pF\n"),
+              S::npos)
+        << text;
+    EXPECT_NE(text.find("| End [Component]\n"
+                        "[Define Package Model]  TINY_CABGA256\n"
+                        "[Manufacturer]          Corvane Technology\n"
+                        "[OEM]                   Corvane Technology\n"
+                        "[Description]           three balls of the caBGA256\n"
+                        "[Number Of Pins]        2\n"
+                        "[Pin Numbers]\nA1\nA3\n"
+                        "[Model Data]\n"
+                        "| The terms between the design's 2 pins\n"
+                        "[Resistance Matrix]     Sparse_matrix\n[Row]  A1\nA1     0.15\n[Row]  A3\nA3     0.25\n"
+                        "[Inductance Matrix]     Full_matrix\n[Row]  A1\n2.5nH 0.1nH\n[Row]  A3\n3.125e-9\n"
+                        "[Capacitance Matrix]    Full_matrix\n[Row]  A1\n0.5pF -0.01pF\n[Row]  A3\n"
+                        "0.000000000000612\n"
+                        "[End Model Data]\n[End Package Model]\n[End]\n"),
+              S::npos)
+        << text;
+    EXPECT_NE(text.find("\n[Package Model]  TINY_CABGA256\n"), S::npos);
+    ts::RunResult const check = work.run({"check", "IBIS/tiny.ibs"});
+    EXPECT_EQ(check.out, "1 file checked: 0 errors, 0 warnings\n") << check.out;
+    S const json = ts::readFile(work.dir.file("tiny.json"));
+    EXPECT_NE(json.find("\"r_pin\": \"0.25\", \"l_pin\": \"3.125e-9\", \"c_pin\": \"0.612pF\", \"pair_r_pin\": null"),
+              S::npos)
+        << json;
+
+    // A fault in a row of a design pin is refused with its line, nothing
+    // written; the row of A2, no pin of the design, is stepped over unread.
+    S model = ts::readFile(work.dir.file("tiny_6bg256c_bg.pkg"));
+    model.replace(model.find("2.7nH 0.3nH"), 11, "2.7nH 0.3nH 1nH");
+    model.replace(model.find("3.125e-9"), 8, "3.125e-9 x");
+    Work broken;
+    ts::writeFile(broken.dir.file("tiny_6bg256c_bg.pkg"), model);
+    ts::RunResult const refused = broken.run({"--package-model", "tiny.pad", "tiny.ibs"});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_EQ(refused.err,
+              "pad2ibis: warning: signal \"buzzer\": the master file has no model \"lvc330s120naaaaaaaou\"\n"
+              "tiny_6bg256c_bg.pkg:26: error: [Inductance Matrix] row A3 holds more than 1 entry (from the diagonal "
+              "to the last pin)\n"
+              "pad2ibis: error: the package model of tiny_6bg256c_bg.pkg cannot be used as it stands; nothing was "
+              "written\n");
+    EXPECT_FALSE(ts::fileExists(broken.dir.file("IBIS/tiny.ibs")));
+}

@@ -42,7 +42,9 @@ TEST(ModesAgree, OnTheExampleRuns)
         {"--substitute", "nearest", "--report", "nearest.json", "demo.pad", master},
         {"--report", "demo_report.html", "demo.pad", master},
         {"--dphy", "--brinmark", "--ncd", "demo.pad", master},
-        {"--family", "KVA3", "demo.pad", master},
+        // Another family than the pad report's gives another design file.
+        {"--family", "KVA4", "demo.pad", master},
+        {"--pin-parasitics", "--package-model", "--report", "package.json", "demo.pad", master},
     };
     for (Args const& args : runs) {
         SCOPED_TRACE(args[0]);

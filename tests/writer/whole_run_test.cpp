@@ -70,6 +70,18 @@ std::string const vargonWarnings =
     "\"lvc330a080uaaaaaaaio\".\n"
     "WARNING: Ibis Model \"ss1330axxxaaaaaaaaio\" for the signal \"sstl_io\" is not available.\n";
 
+// The demo on the example master, whose package model file lies beside it.
+std::string const demoOut =
+    "WARNING: Ibis Model \"lvc250axxxnaaaaaaain\" for the signal \"eth_crs\" is not available.\n"
+    "WARNING: Ibis Model \"lvc250s060kaaaaaaaou\" for the signal \"eth_mdc\" is not available.\n"
+    "WARNING: Ibis Model \"lvc330s120naaaaaaaou\" for the signal \"led[4]\" is not available.\n"
+    "WARNING: Ibis Model \"pci330fxxxaaaaaaaaio\" for the signal \"pci_ad[0]\" is not available.\n"
+    "WARNING: Ibis Model \"lvc120axxxdaaaaaaain\" for the signal \"sense_in\" is not available.\n"
+    "WARNING: Input model \"ttl330axxxnaaaaaaain\" for signal \"spi_miso\" is not available.\n"
+    "Setting to \"ttl330axxxnaaaaaaaio\" Available IBIS model.\n" +
+    created + generating("demo.ibs") + "\nGenerating package file:  \"$C/IBIS/kva3_master_6bg256c_bg.pkg\"\n\n" +
+    advice;
+
 TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
 {
     struct Case {
@@ -145,6 +157,27 @@ TEST(WholeRun, DesignFilesAndWhatTheRunPrints)
          {"--component-name", "BOARD_U7", "--truncate", "20", "--all-models", "--model-selector"},
          "long_names_demo.ibs", "long_names_demo_options.ibs.expected", created + generating("long_names_demo.ibs"),
          {}, {}, "", "examples/"},
+        // The package model's options: on the demo with the example package
+        // model file beside the master (banded L and C, sparse R), and on a
+        // master that holds its own package model in the section form, which
+        // lacks a pin of the design.
+        {"demo.pad", "kva3_master.ibs", {"--pin-parasitics"}, "demo.ibs", "demo_pin_parasitics.ibs.expected",
+         demoOut, {"kva3_master_6bg256c_bg.pkg"}, {}, "", "examples/"},
+        {"demo.pad", "kva3_master.ibs", {"--package-model"}, "demo.ibs", "demo_package_model.ibs.expected",
+         demoOut, {"kva3_master_6bg256c_bg.pkg"}, {}, "", "examples/"},
+        {"design.pad", "kx3_section_master.ibs", {"--pin-parasitics", "--package-model"}, "design.ibs",
+         "design_sections.ibs.expected",
+         "WARNING: Input model \"lvc330axxxuaaaaaaain\" for signal \"btn_n\" is not available.\n"
+         "Setting to \"lvc330axxxuaaaaaaaio\" Available IBIS model.\n"
+         "WARNING: Ibis Model \"lvc330f040naaaaaaaou\" for the signal \"dbg_out\" is not available.\n" +
+             created + generating("design.ibs") + advice,
+         {}, {}, "pad2ibis: warning: the package model KX3_CABGA256_PATHS lists no pin A4: its [Pin] row keeps the [Package] values\n"},
+        // The D-PHY rows' pins follow the signals' as the writer lays them
+        // out; the package model lists none of them.
+        {"one_led.pad", "kx3_section_master.ibs", {"--dphy", "--model-selector", "--pin-parasitics"}, "one_led.ibs",
+         "", created + generating("one_led.ibs"), {}, {},
+         "pad2ibis: warning: the package model KX3_CABGA256_PATHS lists no pin MIP_1, MIP_2, MIP_3: their [Pin] rows "
+         "keep the [Package] values\n"},
         {"vargon_demo.pad", "kvan_master.ibs",
          {"--vargon", "--component-name", "U7", "--truncate", "20", "--all-models", "--model-selector"},
          "vargon_demo.ibs", "", vargonWarnings + generating("vargon_demo.ibs") + advice, {}, {}, "", "examples/"},

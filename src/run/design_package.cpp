@@ -1,0 +1,290 @@
+// The package model of a design: read, reduced to the design's pins, and
+// composed into what the design file holds.
+
+#include "run/design_package.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <set>
+#include <sys/stat.h>
+
+#include "ibis/ibis_number.h"
+
+namespace {
+
+using ibis::Matrix;
+using ibis::PackageValue;
+using ibis::ReducedPackage;
+
+bool isRegularFile(std::string const& path)
+{
+    struct stat info;
+    return !path.empty() && ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+// "line N: TEXT" of the reduction as its line and text.
+void locate(std::string const& path, std::string const& error, PackageSource& source)
+{
+    source.errorFile = path;
+    source.error = error;
+    std::size_t const colon = error.find(": ");
+    if (error.compare(0, 5, "line ") != 0 || colon == std::string::npos)
+        return;
+    source.errorLine = std::atoi(error.c_str() + 5);
+    source.error = error.substr(colon + 2);
+}
+
+enum class Read { Found, NoModel, Failed };
+
+Read readFrom(std::string const& path, std::vector<std::string> const& pins, ReducedPackage& out,
+              PackageSource& source)
+{
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        locate(path, "cannot be opened", source);
+        return Read::Failed;
+    }
+    std::string why;
+    if (ibis::readReducedPackage(in, "", pins, out, why))
+        return Read::Found;
+    if (why == "no [Define Package Model]")
+        return Read::NoModel;
+    locate(path, why, source);
+    return Read::Failed;
+}
+
+// Header text as it may stand in the design file: printable ASCII.
+std::string printable(std::string text)
+{
+    for (char& c : text)
+        if (c < ' ' || c > '~')
+            c = '?';
+    return text;
+}
+
+std::string padded(std::string const& text, std::size_t width)
+{
+    return text.size() < width ? text + std::string(width - text.size(), ' ') : text + " ";
+}
+
+// Adds a line and its LF.
+void put(std::string& text, std::string const& line)
+{
+    text += line;
+    text += '\n';
+}
+
+std::string termText(PackageValue const& value)
+{
+    return value.text.empty() ? pinValueText(value, "") : value.text;
+}
+
+// One matrix of the design's pins: `terms` in order of their first pin, then
+// their second (positions in reduced.pins), each pair once where it was read
+// twice; `listed`: the pins that the model lists.
+void matrixLines(std::string& lines, Matrix matrix, ReducedPackage const& reduced, std::vector<std::size_t> const& listed)
+{
+    std::vector<ReducedPackage::Term> const& terms = reduced.terms[static_cast<int>(matrix)];
+    auto twice = [&](std::size_t i) { return i > 0 && terms[i - 1].a == terms[i].a && terms[i - 1].b == terms[i].b; };
+    std::size_t unique = 0;
+    for (std::size_t i = 0; i < terms.size(); ++i)
+        unique += twice(i) ? 0 : 1;
+    std::size_t const n = listed.size();
+    bool const full = unique == n * (n + 1) / 2;
+    put(lines, padded(ibis::matrixKeyword(matrix), 24) + (full ? "Full_matrix" : "Sparse_matrix"));
+    std::size_t row = reduced.pins.size();
+    std::string line;
+    auto flush = [&] {
+        if (!line.empty())
+            put(lines, line);
+        line.clear();
+    };
+    for (std::size_t i = 0; i < terms.size(); ++i) {
+        ReducedPackage::Term const& term = terms[i];
+        // A sparse row leaves out what is zero.
+        if (twice(i) || (!full && term.a != term.b && term.value == 0))
+            continue;
+        if (term.a != row) {
+            flush();
+            row = term.a;
+            put(lines, "[Row]  " + reduced.pins[term.a]);
+        }
+        std::string_view const text = reduced.text(matrix, term);
+        if (!full) {
+            put(lines, padded(reduced.pins[term.b], 6) + " " + std::string(text));
+            continue;
+        }
+        if (!line.empty() && line.size() + 1 + text.size() > 100)
+            flush();
+        if (!line.empty())
+            line += ' ';
+        line += text;
+    }
+    flush();
+}
+
+void pathLines(std::string& lines, std::string const& pin, std::vector<ibis::PathSection> const& path)
+{
+    std::string const indent(std::max<std::size_t>(pin.size() + 1, 6), ' ');
+    bool first = true;
+    auto add = [&](std::string const& text) {
+        put(lines, (first ? padded(pin, indent.size()) : indent) + text);
+        first = false;
+    };
+    int depth = 0;
+    for (ibis::PathSection const& s : path) {
+        for (int i = 0; i < s.endforks; ++i)
+            add("Endfork");
+        for (int i = 0; i < s.forks; ++i)
+            add("Fork");
+        std::string text = "Len=" + termText(s.len);
+        if (s.hasL)
+            text += " L=" + termText(s.l);
+        if (s.hasR)
+            text += " R=" + termText(s.r);
+        if (s.hasC)
+            text += " C=" + termText(s.c);
+        add(text + " /");
+        depth = s.depth;
+    }
+    for (; depth > 0; --depth)
+        add("Endfork");
+}
+
+} // namespace
+
+std::string someOf(std::vector<std::string> const& names, std::size_t shown)
+{
+    std::string text;
+    for (std::size_t i = 0; i < names.size() && i < shown; ++i)
+        text += (i == 0 ? "" : ", ") + names[i];
+    if (names.size() > shown)
+        text += " and " + std::to_string(names.size() - shown) + " more";
+    return text;
+}
+
+std::string pinValueText(PackageValue const& value, char const* unit)
+{
+    if (!value.text.empty() && value.text.size() <= 9 && ibis::parseNumber(value.text).isValue())
+        return value.text;
+    double const v = value.value;
+    double const size = std::fabs(v);
+    if (size == 0)
+        return "0";
+    char text[48];
+    // In the unit's usual scale (ohms, nH, pF) when that reads well.
+    double const usual = *unit == 'H' ? 1e-9 : *unit == 'F' ? 1e-12 : 1;
+    char const* const letter = *unit == 'H' ? "n" : *unit == 'F' ? "p" : "";
+    if (size / usual >= 1e-3 && size / usual < 1e5) {
+        std::snprintf(text, sizeof text, "%.4g%s%s", v / usual, letter, unit);
+        if (std::strlen(text) <= 9)
+            return text;
+    }
+    if (size < 1e-15 || size >= 1e6) {
+        std::snprintf(text, sizeof text, "%.2e", v);
+        return text;
+    }
+    static struct {
+        double scale;
+        char const* letter;
+    } const scales[] = {{1e3, "k"}, {1, ""}, {1e-3, "m"}, {1e-6, "u"}, {1e-9, "n"}, {1e-12, "p"}, {1e-15, "f"}};
+    auto const* s = std::begin(scales);
+    while (size < s->scale)
+        ++s;
+    std::snprintf(text, sizeof text, "%.4g%s%s", v / s->scale, s->letter, unit);
+    return text;
+}
+
+std::string defineText(ReducedPackage const& reduced)
+{
+    std::vector<std::size_t> listed; // kept positions of the pins the model lists
+    for (std::size_t p = 0; p < reduced.pins.size(); ++p)
+        if (reduced.found[p]) {
+            listed.push_back(p);
+        }
+    std::string lines;
+    lines.reserve(4096 + reduced.pins.size() * 16 + (reduced.texts[0].size() + reduced.texts[1].size() +
+                                                      reduced.texts[2].size()) * 2);
+    put(lines, padded("[Define Package Model]", 24) + reduced.name);
+    char const* const heads[] = {"[Manufacturer]", "[OEM]", "[Description]"};
+    std::string const* const texts[] = {&reduced.manufacturer, &reduced.oem, &reduced.description};
+    for (int h = 0; h < 3; ++h)
+        if (!texts[h]->empty())
+            put(lines, padded(heads[h], 24) + printable(*texts[h]));
+    if (reduced.sectionForm) {
+        std::size_t sections = reduced.sections;
+        for (std::size_t p : listed)
+            sections = std::max(sections, reduced.paths[p].size());
+        put(lines, padded("[Number Of Sections]", 24) + std::to_string(sections));
+    }
+    put(lines, padded("[Number Of Pins]", 24) + std::to_string(listed.size()));
+    put(lines, "[Pin Numbers]");
+    for (std::size_t p : listed) {
+        if (reduced.sectionForm)
+            pathLines(lines, reduced.pins[p], reduced.paths[p]);
+        else
+            put(lines, reduced.pins[p]);
+    }
+    if (!reduced.sectionForm) {
+        put(lines, "[Model Data]");
+        put(lines, "| The terms between the design's " + std::to_string(listed.size()) + " pins");
+        for (int m = 0; m < ibis::kMatrices; ++m) {
+            if (reduced.terms[m].empty())
+                continue; // only [Resistance Matrix] may be left out, and a model read whole has the others
+            matrixLines(lines, static_cast<Matrix>(m), reduced, listed);
+        }
+        put(lines, "[End Model Data]");
+    }
+    put(lines, "[End Package Model]");
+    return lines;
+}
+
+bool readDesignPackage(std::string const& besidePath, std::string const& masterPath,
+                       std::vector<std::string> const& rowPins, DesignPackage& out)
+{
+    std::set<std::string> seen;
+    for (std::string const& pin : rowPins)
+        if (seen.insert(pin).second)
+            out.pins.push_back(pin);
+
+    ReducedPackage reduced;
+    Read read = Read::NoModel;
+    if (isRegularFile(besidePath)) {
+        read = readFrom(besidePath, out.pins, reduced, out.source);
+        out.source.beside = read != Read::NoModel;
+        out.source.path = besidePath;
+    }
+    if (read == Read::NoModel) {
+        out.source.path = masterPath;
+        read = readFrom(masterPath, out.pins, reduced, out.source);
+    }
+    if (read == Read::Failed)
+        return false;
+    if (read == Read::NoModel) {
+        out.source.path.clear();
+        return true;
+    }
+
+    out.name = reduced.name;
+    for (std::size_t p = 0; p < reduced.pins.size(); ++p) {
+        if (!reduced.found[p]) {
+            out.lacking.push_back(reduced.pins[p]);
+            continue;
+        }
+        ++out.covered;
+        ReducedPackage::Self const& self = reduced.self[p];
+        auto text = [&](Matrix matrix, char const* unit) {
+            int const m = static_cast<int>(matrix);
+            return self.known[m] ? pinValueText(self.value[m], unit) : std::string("0");
+        };
+        out.values[reduced.pins[p]] =
+            IbsPinParasitics{text(Matrix::Resistance, ""), text(Matrix::Inductance, "H"), text(Matrix::Capacitance, "F")};
+    }
+    if (out.covered > 0)
+        out.defineText = defineText(reduced);
+    return true;
+}
