@@ -138,83 +138,93 @@ void appendLegendEntry(std::string& out, long x, long y, std::string const& line
     appendText(out, x + 24, y, html);
 }
 
-// One chart: the frame, grid, ticks and axis titles, the curves in the plot
-// area, and the legend. quantity and unit name the axes ("Voltage", "V").
-std::string chart(std::string const& model, char const* kind, std::string const& title,
-                  std::vector<Curve> const& curves, char const* xQuantity, char const* xUnit,
-                  char const* yQuantity, char const* yUnit)
-{
-    double xLow = HUGE_VAL, xHigh = -HUGE_VAL, yLow = HUGE_VAL, yHigh = -HUGE_VAL;
-    std::size_t count = 0;
-    for (Curve const& curve : curves)
-        for (std::vector<Point> const& points : curve.corners)
-            for (Point const& p : points) {
-                ++count;
-                xLow = std::min(xLow, p.first);
-                xHigh = std::max(xHigh, p.first);
-                yLow = std::min(yLow, p.second);
-                yHigh = std::max(yHigh, p.second);
-            }
-    Axis const x = niceAxis(xLow, xHigh);
-    Axis const y = niceAxis(yLow, yHigh);
-    long const xTicks = std::lround((x.high - x.low) / x.step);
-    long const yTicks = std::lround((y.high - y.low) / y.step);
-    auto xPixel = [&](long tick) {
-        return kPlotX + coordinate(x.low + tick * x.step, x.low, x.high) * kPlotW / 1000;
-    };
-    auto yPixel = [&](long tick) {
-        return kPlotY + kPlotH - coordinate(y.low + tick * y.step, y.low, y.high) * kPlotH / 1000;
-    };
+// What a chart shows: its kind (for data-chart), its title, and the
+// quantity and unit of each axis ("Voltage", "V").
+struct ChartKind {
+    char const* kind;
+    char const* title;
+    char const* xQuantity;
+    char const* xUnit;
+    char const* yQuantity;
+    char const* yUnit;
+};
+constexpr ChartKind kIvChart = {"iv", "I-V tables", "Voltage", "V", "Current", "A"};
+constexpr ChartKind kVtChart = {"vt", "V-T waveforms", "Time", "s", "Voltage", "V"};
 
-    std::string out;
-    out.reserve(3000 + 100 * curves.size() + 10 * count);
-    out += "<svg class=\"chart\" data-model=\"";
-    appendEscaped(out, model);
-    out += "\" data-chart=\"";
-    out += kind;
-    out += "\"";
-    appendAttribute(out, "width", kWidth);
-    appendAttribute(out, "height", kHeight);
-    out += " viewBox=\"0 0 ";
-    appendInt(out, kWidth);
-    out += ' ';
-    appendInt(out, kHeight);
-    out += "\" role=\"img\"><title>";
-    appendEscaped(out, model + ": " + title);
-    out += "</title><path class=\"grid\" d=\"";
-    for (long i = 0; i <= xTicks; ++i) {
+// The axes of a chart, spanning all points of its curves, and where their
+// ticks stand in pixels.
+struct Axes {
+    Axis x, y;
+    long xTicks = 0, yTicks = 0;
+    std::size_t points = 0;
+
+    explicit Axes(std::vector<Curve> const& curves)
+    {
+        double xLow = HUGE_VAL, xHigh = -HUGE_VAL, yLow = HUGE_VAL, yHigh = -HUGE_VAL;
+        for (Curve const& curve : curves)
+            for (std::vector<Point> const& corner : curve.corners)
+                for (Point const& p : corner) {
+                    ++points;
+                    xLow = std::min(xLow, p.first);
+                    xHigh = std::max(xHigh, p.first);
+                    yLow = std::min(yLow, p.second);
+                    yHigh = std::max(yHigh, p.second);
+                }
+        x = niceAxis(xLow, xHigh);
+        y = niceAxis(yLow, yHigh);
+        xTicks = std::lround((x.high - x.low) / x.step);
+        yTicks = std::lround((y.high - y.low) / y.step);
+    }
+    long xPixel(long tick) const { return kPlotX + coordinate(x.low + tick * x.step, x.low, x.high) * kPlotW / 1000; }
+    long yPixel(long tick) const
+    {
+        return kPlotY + kPlotH - coordinate(y.low + tick * y.step, y.low, y.high) * kPlotH / 1000;
+    }
+};
+
+// The grid, the frame, the tick labels and the axis titles.
+void appendAxes(std::string& out, Axes const& axes, ChartKind const& kind)
+{
+    out += "<path class=\"grid\" d=\"";
+    for (long i = 0; i <= axes.xTicks; ++i) {
         out += 'M';
-        appendInt(out, xPixel(i));
+        appendInt(out, axes.xPixel(i));
         out += ' ';
         appendInt(out, kPlotY);
         out += 'v';
         appendInt(out, kPlotH + 4);
     }
-    for (long i = 0; i <= yTicks; ++i) {
+    for (long i = 0; i <= axes.yTicks; ++i) {
         out += 'M';
         appendInt(out, kPlotX - 4);
         out += ' ';
-        appendInt(out, yPixel(i));
+        appendInt(out, axes.yPixel(i));
         out += 'h';
         appendInt(out, kPlotW + 4);
     }
     out += "\"/><rect class=\"frame\"";
     appendPlotBox(out);
     out += "/><g class=\"axis x\">";
-    for (long i = 0; i <= xTicks; ++i)
-        appendText(out, xPixel(i), kPlotY + kPlotH + 16, tickLabel(x.low + i * x.step, x));
+    for (long i = 0; i <= axes.xTicks; ++i)
+        appendText(out, axes.xPixel(i), kPlotY + kPlotH + 16, tickLabel(axes.x.low + i * axes.x.step, axes.x));
     appendText(out, kPlotX + kPlotW / 2, kPlotY + kPlotH + 34,
-               std::string(xQuantity) + " (" + unitPrefix(x.exponent) + xUnit + ")");
+               std::string(kind.xQuantity) + " (" + unitPrefix(axes.x.exponent) + kind.xUnit + ")");
     out += "</g><g class=\"axis y\">";
-    for (long i = 0; i <= yTicks; ++i)
-        appendText(out, kPlotX - 7, yPixel(i) + 4, tickLabel(y.low + i * y.step, y));
+    for (long i = 0; i <= axes.yTicks; ++i)
+        appendText(out, kPlotX - 7, axes.yPixel(i) + 4, tickLabel(axes.y.low + i * axes.y.step, axes.y));
     out += "<text class=\"title\" transform=\"rotate(-90)\"";
     appendAttribute(out, "x", -(kPlotY + kPlotH / 2));
     out += " y=\"16\">";
-    out += std::string(yQuantity) + " (" + unitPrefix(y.exponent) + yUnit + ")";
+    out += std::string(kind.yQuantity) + " (" + unitPrefix(axes.y.exponent) + kind.yUnit + ")";
     out += "</text></g>";
+}
 
-    // The plot area: min and max first, typ on top.
+// The plot area: min and max first, typ on top, each corner of a curve a
+// polyline in coordinates of 0 to 1000.
+void appendPlot(std::string& out, std::vector<Curve> const& curves, Axes const& axes)
+{
+    Axis const& x = axes.x;
+    Axis const& y = axes.y;
     out += "<svg class=\"plot\"";
     appendPlotBox(out);
     out += " viewBox=\"0 0 1000 1000\" preserveAspectRatio=\"none\" data-x=\"";
@@ -247,8 +257,11 @@ std::string chart(std::string const& model, char const* kind, std::string const&
         }
     }
     out += "</svg>";
+}
 
-    // The legend, right of the plot.
+// The legend, right of the plot: the curves, then the three corners' strokes.
+void appendCurveLegend(std::string& out, std::vector<Curve> const& curves)
+{
     out += "<g class=\"legend\">";
     int ly = kPlotY + 8;
     int const lx = kPlotX + kPlotW + 18;
@@ -263,7 +276,33 @@ std::string chart(std::string const& model, char const* kind, std::string const&
         appendLegendEntry(out, lx, ly, std::string("key ") + corner, nullptr, corner);
         ly += 17;
     }
-    out += "</g></svg>";
+    out += "</g>";
+}
+
+// One chart of a model: axes, curves and legend.
+std::string chart(std::string const& model, ChartKind const& kind, std::vector<Curve> const& curves)
+{
+    Axes const axes(curves);
+    std::string out;
+    out.reserve(3000 + 100 * curves.size() + 10 * axes.points);
+    out += "<svg class=\"chart\" data-model=\"";
+    appendEscaped(out, model);
+    out += "\" data-chart=\"";
+    out += kind.kind;
+    out += "\"";
+    appendAttribute(out, "width", kWidth);
+    appendAttribute(out, "height", kHeight);
+    out += " viewBox=\"0 0 ";
+    appendInt(out, kWidth);
+    out += ' ';
+    appendInt(out, kHeight);
+    out += "\" role=\"img\"><title>";
+    appendEscaped(out, model + ": " + kind.title);
+    out += "</title>";
+    appendAxes(out, axes, kind);
+    appendPlot(out, curves, axes);
+    appendCurveLegend(out, curves);
+    out += "</svg>";
     return out;
 }
 
@@ -409,10 +448,10 @@ std::string modelCharts(ibis::Model const& model)
     if (!hasIv && !hasVt && ramp == nullptr)
         return out + "<p class=\"none\">No curves: this model has no I-V table, waveform or [Ramp].</p>";
     out += "<div class=\"charts\">";
-    out += hasIv ? chart(model.name, "iv", "I-V tables", iv, "Voltage", "V", "Current", "A")
+    out += hasIv ? chart(model.name, kIvChart, iv)
                  : "<p class=\"none\">No I-V table.</p>";
     if (hasVt)
-        out += chart(model.name, "vt", "V-T waveforms", vt, "Time", "s", "Voltage", "V");
+        out += chart(model.name, kVtChart, vt);
     else if (ramp != nullptr)
         out += rampTable(*ramp);
     else

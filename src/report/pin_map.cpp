@@ -245,85 +245,62 @@ std::string rowLetters(int row)
            kRowLetters[static_cast<std::size_t>(row % size)];
 }
 
-char const* outcomeColour(std::string_view outcome)
-{
-    if (outcome == "resolved")
-        return "#0072B2";
-    if (outcome == "fallback")
-        return "#E69F00";
-    if (outcome == "substituted")
-        return "#CC79A7";
-    if (outcome == "missing")
-        return "#D55E00";
-    return "#999999";
-}
+namespace {
 
-std::string pinMap(std::vector<SignalOutcome> const& signals)
-{
-    std::vector<Marker> markers;
-    for (SignalOutcome const& s : signals) {
-        markers.push_back({s.pin, &s, false});
-        if (!s.pairPin.empty())
-            markers.push_back({s.pairPin, &s, true});
-    }
-
-    // Grid positions first, then the other names in a row of their own.
+// Where the markers stand: a ball grid of rows x columns, and below it the
+// pins named outside it, perLine to a line.
+struct Layout {
     int rows = 0, columns = 0;
     std::vector<Marker*> others;
+    int otherTop = 0, width = 0, height = 0;
+};
+
+// Grid positions first, then the other names in a row of their own.
+Layout place(std::vector<Marker>& markers)
+{
+    Layout layout;
     for (Marker& m : markers) {
         int row = 0, column = 0;
         if (ballPosition(m.pin, row, column)) {
             m.x = kLeft + (column - 1) * kPitch + kPitch / 2;
             m.y = kTop + row * kPitch + kPitch / 2;
-            rows = std::max(rows, row + 1);
-            columns = std::max(columns, column);
+            layout.rows = std::max(layout.rows, row + 1);
+            layout.columns = std::max(layout.columns, column);
         } else {
-            others.push_back(&m);
+            layout.others.push_back(&m);
         }
     }
-    int const perLine = std::max(columns, kOtherPerLine);
-    int const otherTop = kTop + rows * kPitch + kOtherGap;
+    int const perLine = std::max(layout.columns, kOtherPerLine);
+    layout.otherTop = kTop + layout.rows * kPitch + kOtherGap;
+    std::vector<Marker*> const& others = layout.others;
     for (std::size_t i = 0; i < others.size(); ++i) {
         others[i]->x = kLeft + static_cast<int>(i % perLine) * kPitch + kPitch / 2;
-        others[i]->y = otherTop + static_cast<int>(i / perLine) * kPitch + kPitch / 2;
+        others[i]->y = layout.otherTop + static_cast<int>(i / perLine) * kPitch + kPitch / 2;
     }
     int const otherLines = static_cast<int>((others.size() + perLine - 1) / perLine);
-    int const width = kLeft + (others.empty() ? columns : perLine) * kPitch + 8;
-    int const height = others.empty() ? kTop + rows * kPitch + 6 : otherTop + otherLines * kPitch + 6;
+    layout.width = kLeft + (others.empty() ? layout.columns : perLine) * kPitch + 8;
+    layout.height = others.empty() ? kTop + layout.rows * kPitch + 6 : layout.otherTop + otherLines * kPitch + 6;
+    return layout;
+}
 
-    std::vector<std::string> const banks = bankOrder(signals);
-    std::map<std::string, std::size_t> bankIndex;
-    for (std::size_t i = 0; i < banks.size(); ++i)
-        bankIndex[banks[i]] = i;
-
-    std::string out;
-    out.reserve(400 * markers.size() + 4096);
-    // With the package model's values, a third switch colours by pin
-    // inductance.
-    InductanceScale inductance;
-    bool lacking = false;
-    for (Marker const& m : markers) {
-        inductance.add(m.values());
-        lacking = lacking || m.values().l.empty();
-    }
+// The colour switches: outcome, bank and, with the package model's values,
+// pin inductance.
+void appendSwitches(std::string& out, bool byInductance)
+{
     out += "<input type=\"radio\" name=\"pin-colour\" id=\"by-outcome\" checked>"
            "<label for=\"by-outcome\">Colour by outcome</label> "
            "<input type=\"radio\" name=\"pin-colour\" id=\"by-bank\">"
            "<label for=\"by-bank\">Colour by bank</label>";
-    if (inductance.any)
+    if (byInductance)
         out += " <input type=\"radio\" name=\"pin-colour\" id=\"by-inductance\">"
                "<label for=\"by-inductance\">Colour by pin inductance</label>";
-    appendLegend(out, signals, banks);
-    if (inductance.any)
-        appendInductanceLegend(out, inductance, lacking);
+}
 
-    out += "<svg class=\"pinmap\"";
-    appendAttribute(out, "width", width);
-    appendAttribute(out, "height", height);
-    out += " role=\"img\" aria-label=\"Pin map: ";
-    appendInt(out, static_cast<long>(markers.size()));
-    out += " pins of the design\"><style>";
-    for (std::size_t i = 0; i < banks.size(); ++i) {
+// The map's own style: the fills of the bank and inductance colourings.
+void appendMapStyle(std::string& out, std::size_t banks, InductanceScale const& inductance)
+{
+    out += "<style>";
+    for (std::size_t i = 0; i < banks; ++i) {
         out += "#by-bank:checked~.pinmap .b";
         appendInt(out, static_cast<long>(i));
         out += "{fill:";
@@ -345,19 +322,23 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
         out += "}";
     }
     out += "</style>";
+}
 
-    // The balls of the grid, faint, drawn as one pattern whatever its size.
-    if (rows > 0) {
+// The balls of the grid, faint, drawn as one pattern whatever its size,
+// with the column numbers and row letters; the heading of the other pins.
+void appendGrid(std::string& out, Layout const& layout)
+{
+    if (layout.rows > 0) {
         out += "<defs><pattern id=\"ball\" width=\"22\" height=\"22\" patternUnits=\"userSpaceOnUse\"";
         appendAttribute(out, "x", kLeft);
         appendAttribute(out, "y", kTop);
         out += "><circle cx=\"11\" cy=\"11\" r=\"4.5\" class=\"ball\"/></pattern></defs><rect";
         appendAttribute(out, "x", kLeft);
         appendAttribute(out, "y", kTop);
-        appendAttribute(out, "width", columns * kPitch);
-        appendAttribute(out, "height", rows * kPitch);
+        appendAttribute(out, "width", layout.columns * kPitch);
+        appendAttribute(out, "height", layout.rows * kPitch);
         out += " fill=\"url(#ball)\"/><g class=\"axis\">";
-        for (int c = 1; c <= columns; ++c) {
+        for (int c = 1; c <= layout.columns; ++c) {
             out += "<text";
             appendAttribute(out, "x", kLeft + (c - 1) * kPitch + kPitch / 2);
             appendAttribute(out, "y", kTop - 6);
@@ -365,7 +346,7 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
             appendInt(out, c);
             out += "</text>";
         }
-        for (int r = 0; r < rows; ++r) {
+        for (int r = 0; r < layout.rows; ++r) {
             out += "<text";
             appendAttribute(out, "x", kLeft - 5);
             appendAttribute(out, "y", kTop + r * kPitch + kPitch / 2 + 4);
@@ -375,14 +356,17 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
         }
         out += "</g>";
     }
-    if (!others.empty()) {
+    if (!layout.others.empty()) {
         out += "<text class=\"axis\"";
         appendAttribute(out, "x", kLeft);
-        appendAttribute(out, "y", otherTop - 8);
+        appendAttribute(out, "y", layout.otherTop - 8);
         out += ">Pins named outside the ball grid</text>";
     }
+}
 
-    // Pairs under the markers, then the markers.
+// A line from each differential pair's positive leg to its negative one.
+void appendPairs(std::string& out, std::vector<Marker> const& markers)
+{
     std::map<SignalOutcome const*, Marker const*> positive;
     for (Marker const& m : markers)
         if (!m.negativeLeg)
@@ -400,29 +384,74 @@ std::string pinMap(std::vector<SignalOutcome> const& signals)
         appendAttribute(out, "y2", m.y);
         out += "/>";
     }
-    for (Marker const& m : markers) {
-        out += "<g class=\"pin o-";
-        out += m.signal->outcome;
-        out += " b";
-        appendInt(out, static_cast<long>(bankIndex[m.signal->bank]));
-        if (inductance.any) {
-            int const c = inductance.classOf(m.values());
-            if (c < 0) {
-                out += " lx";
-            } else {
-                out += " l";
-                appendInt(out, c);
-            }
+}
+
+// A pin's marker, in the classes of its outcome, bank and inductance.
+void appendMarker(std::string& out, Marker const& m, std::size_t bank, InductanceScale const& inductance)
+{
+    out += "<g class=\"pin o-";
+    out += m.signal->outcome;
+    out += " b";
+    appendInt(out, static_cast<long>(bank));
+    if (inductance.any) {
+        int const c = inductance.classOf(m.values());
+        if (c < 0) {
+            out += " lx";
+        } else {
+            out += " l";
+            appendInt(out, c);
         }
-        out += "\" data-pin=\"";
-        appendEscaped(out, m.pin);
-        out += "\" data-outcome=\"";
-        appendEscaped(out, m.signal->outcome);
-        out += "\">";
-        appendTitle(out, m);
-        appendShape(out, m.signal->outcome, m.x, m.y);
-        out += "</g>";
     }
+    out += "\" data-pin=\"";
+    appendEscaped(out, m.pin);
+    out += "\" data-outcome=\"";
+    appendEscaped(out, m.signal->outcome);
+    out += "\">";
+    appendTitle(out, m);
+    appendShape(out, m.signal->outcome, m.x, m.y);
+    out += "</g>";
+}
+
+} // namespace
+
+std::string pinMap(std::vector<SignalOutcome> const& signals)
+{
+    std::vector<Marker> markers;
+    for (SignalOutcome const& s : signals) {
+        markers.push_back({s.pin, &s, false});
+        if (!s.pairPin.empty())
+            markers.push_back({s.pairPin, &s, true});
+    }
+    Layout const layout = place(markers);
+    std::vector<std::string> const banks = bankOrder(signals);
+    std::map<std::string, std::size_t> bankIndex;
+    for (std::size_t i = 0; i < banks.size(); ++i)
+        bankIndex[banks[i]] = i;
+    InductanceScale inductance;
+    bool lacking = false;
+    for (Marker const& m : markers) {
+        inductance.add(m.values());
+        lacking = lacking || m.values().l.empty();
+    }
+
+    std::string out;
+    out.reserve(400 * markers.size() + 4096);
+    appendSwitches(out, inductance.any);
+    appendLegend(out, signals, banks);
+    if (inductance.any)
+        appendInductanceLegend(out, inductance, lacking);
+    out += "<svg class=\"pinmap\"";
+    appendAttribute(out, "width", layout.width);
+    appendAttribute(out, "height", layout.height);
+    out += " role=\"img\" aria-label=\"Pin map: ";
+    appendInt(out, static_cast<long>(markers.size()));
+    out += " pins of the design\">";
+    appendMapStyle(out, banks.size(), inductance);
+    appendGrid(out, layout);
+    // Pairs under the markers, then the markers.
+    appendPairs(out, markers);
+    for (Marker const& m : markers)
+        appendMarker(out, m, bankIndex[m.signal->bank], inductance);
     out += "</svg>";
     return out;
 }

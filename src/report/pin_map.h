@@ -27,9 +27,6 @@ bool ballPosition(std::string_view pin, int& row, int& column);
 // The letters of a row (0: "A", 19: "Y", 20: "AA").
 std::string rowLetters(int row);
 
-// The colour of each outcome on the page, and the shape of a missing one.
-char const* outcomeColour(std::string_view outcome);
-
 // The pin map section's content: the colour switch, the legends and the
 // <svg>. The grid spans from A1 to the furthest row and column that a pin of
 // the design uses; pin names that are no ball-grid name form a row of their

@@ -12,6 +12,7 @@
 #include "ibis/model_reader.h"
 #include "report/html_text.h"
 #include "report/model_charts.h"
+#include "report/outcome_colours.h"
 #include "report/pin_map.h"
 #include "report/resolution_report.h"
 
@@ -31,15 +32,15 @@ constexpr int kUsersListed = 12;
 // not broken); in a narrower one each row stands as a block of label and
 // value pairs, the labels being the column headings that html() appends,
 // empty values left out.
-char const kStyle[] = R"(body{font:14px/1.45 system-ui,sans-serif;color:#222;margin:24px auto;max-width:1120px;padding:0 16px}
+char const kStyleHead[] = R"(body{font:14px/1.45 system-ui,sans-serif;color:#222;margin:24px auto;max-width:1120px;padding:0 16px}
 h1{font-size:22px;margin:0 0 12px}h2{font-size:18px;border-bottom:1px solid #ccc;padding-bottom:4px;margin-top:32px}
 h3{font-size:15px;margin:0;font-family:ui-monospace,monospace}
 dl.run{display:grid;grid-template-columns:max-content auto;gap:2px 16px;margin:0}
 dl.run dt{color:#555}dl.run dd{margin:0;font-family:ui-monospace,monospace;overflow-wrap:anywhere}
 svg text{font-family:system-ui,sans-serif}
-svg .o-resolved{fill:#0072B2}svg .o-fallback{fill:#E69F00}svg .o-substituted{fill:#CC79A7}
-svg .o-missing{fill:#D55E00}svg .o-none{fill:#999999}
-.bar{display:block;margin:14px 0 4px}
+)";
+// (the outcomes' fills stand between the two, made from their colour table)
+char const kStyle[] = R"(.bar{display:block;margin:14px 0 4px}
 ul.legend{list-style:none;padding:0;margin:6px 0;display:flex;flex-wrap:wrap;gap:4px 18px}
 ul.legend li{display:flex;align-items:center;gap:5px}
 .swatch{display:inline-block;width:12px;height:12px;border:1px solid #333}
@@ -159,16 +160,89 @@ std::vector<SignalOutcome const*> tableOrder(std::vector<SignalOutcome> const& s
     return rows;
 }
 
+// The design models' places on the page, by name.
+using ModelIndex = std::map<std::string, std::size_t>;
+
+// One cell of the signal table: a model name links to its block, other
+// values may break behind each ";" of their settings, names nowhere.
+void appendCell(std::string& out, std::string const& field, bool modelColumn, ModelIndex const& models)
+{
+    out += "<td>";
+    auto const model = modelColumn ? models.find(field) : models.end();
+    if (model != models.end()) {
+        out += "<a href=\"#model-";
+        appendInt(out, static_cast<long>(model->second));
+        out += "\">";
+        appendEscaped(out, field);
+        out += "</a>";
+    } else {
+        std::string_view rest = field;
+        for (std::size_t cut; (cut = rest.find(';')) != std::string_view::npos; rest.remove_prefix(cut + 1)) {
+            appendEscaped(out, rest.substr(0, cut + 1));
+            out += "<wbr>";
+        }
+        appendEscaped(out, rest);
+    }
+    out += "</td>";
+}
+
+// Each model's signals: how many, and the first names.
+std::map<std::string, std::pair<int, std::string>> modelUsers(std::vector<SignalOutcome> const& signals)
+{
+    std::map<std::string, std::pair<int, std::string>> users;
+    for (SignalOutcome const& s : signals) {
+        if (s.model.empty())
+            continue;
+        auto& user = users[s.model];
+        if (user.first++ < kUsersListed)
+            user.second += (user.second.empty() ? "" : ", ") + s.name;
+    }
+    return users;
+}
+
+// The line under a model's heading: the signals it serves.
+void appendServed(std::string& out, std::pair<int, std::string> const* users)
+{
+    out += "<p class=\"served\">";
+    int const listed = users == nullptr ? 0 : users->first;
+    if (listed == 0) {
+        out += "Serves no signal of the pad report.";
+    } else {
+        out += "Serves ";
+        appendInt(out, listed);
+        out += listed == 1 ? " signal: " : " signals: ";
+        appendEscaped(out, users->second);
+        if (listed > kUsersListed)
+            out += ", and " + std::to_string(listed - kUsersListed) + " more";
+        out += ".";
+    }
+    out += "</p>\n";
+}
+
 } // namespace
 
 std::string ResolutionReport::html() const
 {
-    std::map<std::string, std::size_t> modelIndex;
+    ModelIndex modelIndex;
     for (std::size_t i = 0; i < _models.size(); ++i)
         modelIndex.emplace(_models[i].first, i);
 
     std::string out;
     out.reserve(64 * 1024 + 600 * _signals.size() + 12 * 1024 * _models.size());
+    appendHtmlHead(out);
+    appendHtmlSummary(out);
+    out += "<section id=\"pins\">\n<h2>Pin map</h2>\n";
+    out += reportpage::pinMap(_signals);
+    out += "\n</section>\n";
+    appendHtmlSignals(out, modelIndex);
+    appendHtmlModels(out, modelIndex);
+    out += "</section>\n</body>\n</html>\n";
+    return out;
+}
+
+// The head with its styles, and the page's heading.
+void ResolutionReport::appendHtmlHead(std::string& out) const
+{
     out += "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
            "style-src 'unsafe-inline'\">\n"
@@ -176,6 +250,8 @@ std::string ResolutionReport::html() const
            "<meta name=\"generator\" content=\"pad2ibis\">\n<title>pad2ibis report: ";
     appendEscaped(out, _padFile);
     out += "</title>\n<style>\n";
+    out += kStyleHead;
+    reportpage::appendOutcomeFills(out);
     out += kStyle;
     // In a narrow window a row of the signal table stands as a block of
     // pairs, each value behind its column's heading (plain words, which
@@ -189,8 +265,11 @@ std::string ResolutionReport::html() const
     out += "</style>\n</head>\n<body>\n<h1>Which model each signal got: ";
     appendEscaped(out, _padFile);
     out += "</h1>\n";
+}
 
-    // Summary.
+// The run's facts and the outcome bar.
+void ResolutionReport::appendHtmlSummary(std::string& out) const
+{
     out += "<section id=\"summary\">\n<h2>Summary</h2>\n<dl class=\"run\">";
     appendRow(out, "Pad report", _padFile);
     appendRow(out, "Master file", _masterFile);
@@ -207,13 +286,12 @@ std::string ResolutionReport::html() const
     out += "</dd></dl>\n";
     out += outcomeBar(*this);
     out += "\n</section>\n";
+}
 
-    // Pin map.
-    out += "<section id=\"pins\">\n<h2>Pin map</h2>\n";
-    out += reportpage::pinMap(_signals);
-    out += "\n</section>\n";
-
-    // Signals: the CSV's table.
+// The CSV's table, missing and fallback rows first.
+void ResolutionReport::appendHtmlSignals(std::string& out, ModelIndex const& models) const
+{
+    std::vector<std::string> const& columns = signalColumns();
     std::size_t modelColumn = columns.size();
     for (std::size_t i = 0; i < columns.size(); ++i)
         if (columns[i] == "model")
@@ -232,49 +310,25 @@ std::string ResolutionReport::html() const
         appendEscaped(out, s->outcome);
         out += "\">";
         std::vector<std::string> const fields = signalFields(*s);
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            out += "<td>";
-            auto model = i == modelColumn ? modelIndex.find(fields[i]) : modelIndex.end();
-            if (model != modelIndex.end()) {
-                out += "<a href=\"#model-";
-                appendInt(out, static_cast<long>(model->second));
-                out += "\">";
-                appendEscaped(out, fields[i]);
-                out += "</a>";
-            } else {
-                // Settings may break behind each ";", names nowhere.
-                std::string_view rest = fields[i];
-                for (std::size_t cut; (cut = rest.find(';')) != std::string_view::npos;
-                     rest.remove_prefix(cut + 1)) {
-                    appendEscaped(out, rest.substr(0, cut + 1));
-                    out += "<wbr>";
-                }
-                appendEscaped(out, rest);
-            }
-            out += "</td>";
-        }
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            appendCell(out, fields[i], i == modelColumn, models);
         out += "</tr>\n";
     }
     out += "</tbody></table>\n</section>\n";
+}
 
-    // Models, with their curves read back from the design file, one block
-    // at a time.
+// A block per design model: its signals and its curves, read back from the
+// design file one block at a time.
+void ResolutionReport::appendHtmlModels(std::string& out, ModelIndex const& models) const
+{
     std::map<std::string, std::string> charts;
     std::ifstream design(_designFile, std::ios::binary);
     bool const opened = design.is_open();
     bool const whole = opened && ibis::readModels(design, [&](ibis::Model const& model) {
-        if (modelIndex.count(model.name) != 0 && charts.count(model.name) == 0)
+        if (models.count(model.name) != 0 && charts.count(model.name) == 0)
             charts.emplace(model.name, reportpage::modelCharts(model));
     });
-    // Each model's signals: how many, and the first names.
-    std::map<std::string, std::pair<int, std::string>> users;
-    for (SignalOutcome const& s : _signals) {
-        if (s.model.empty())
-            continue;
-        auto& user = users[s.model];
-        if (user.first++ < kUsersListed)
-            user.second += (user.second.empty() ? "" : ", ") + s.name;
-    }
+    auto const users = modelUsers(_signals);
     out += "<section id=\"models\">\n<h2>Models</h2>\n";
     if (!opened)
         out += "<p class=\"none\">The design file could not be read: no curves.</p>\n";
@@ -288,21 +342,9 @@ std::string ResolutionReport::html() const
         appendEscaped(out, name);
         out += "\">\n<h3>";
         appendEscaped(out, name);
-        out += "</h3>\n<p class=\"served\">";
-        auto const found = users.find(name);
-        int const listed = found == users.end() ? 0 : found->second.first;
-        if (listed == 0) {
-            out += "Serves no signal of the pad report.";
-        } else {
-            out += "Serves ";
-            appendInt(out, listed);
-            out += listed == 1 ? " signal: " : " signals: ";
-            appendEscaped(out, found->second.second);
-            if (listed > kUsersListed)
-                out += ", and " + std::to_string(listed - kUsersListed) + " more";
-            out += ".";
-        }
-        out += "</p>\n";
+        out += "</h3>\n";
+        auto const served = users.find(name);
+        appendServed(out, served == users.end() ? nullptr : &served->second);
         auto const drawn = charts.find(name);
         if (drawn != charts.end())
             out += drawn->second;
@@ -310,6 +352,4 @@ std::string ResolutionReport::html() const
             out += "<p class=\"none\">The design file has no [Model] block of this name.</p>";
         out += "\n</article>\n";
     }
-    out += "</section>\n</body>\n</html>\n";
-    return out;
 }

@@ -88,6 +88,12 @@ private:
     // The nearest model of the signal's key and its differences, where they
     // belong in the report.
     void noteNearest(IBIS_MODEL const& generator, SignalOutcome& signal);
+    // The page's parts, in their order; models gives each design model's
+    // place in _models by name.
+    void appendHtmlHead(std::string& out) const;
+    void appendHtmlSummary(std::string& out) const;
+    void appendHtmlSignals(std::string& out, std::map<std::string, std::size_t> const& models) const;
+    void appendHtmlModels(std::string& out, std::map<std::string, std::size_t> const& models) const;
 
     std::map<IB_IOBUF const*, std::pair<std::string, IbsSignalOutcome>> _settled;
     std::vector<SignalOutcome> _signals;
