@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "driver/family_table.h"
 #include "ibis/ibis_syntax.h"
@@ -180,6 +181,57 @@ std::string componentNameProblem(std::string const& name)
     return "";
 }
 
+// The member of an option's name in a table of names and members; null
+// for a name the table lacks.
+template <class Member, std::size_t N>
+Member memberOf(std::pair<char const*, Member> const (&table)[N], std::string const& arg)
+{
+    for (auto const& entry : table)
+        if (arg == entry.first)
+            return entry.second;
+    return nullptr;
+}
+
+// The options that only switch something on, by each of their names.
+bool RunOptions::*switchOf(std::string const& arg)
+{
+    static std::pair<char const*, bool RunOptions::*> const switches[] = {
+        {"--help", &RunOptions::help},
+        {"-h", &RunOptions::help},
+        {"--version", &RunOptions::version},
+        {"-V", &RunOptions::version},
+        {"--legacy", &RunOptions::legacy},
+        {"--quiet", &RunOptions::quiet},
+        {"-q", &RunOptions::quiet},
+        {"--verbose", &RunOptions::verbose},
+        {"-v", &RunOptions::verbose},
+        {"--vargon", &RunOptions::vargon},
+        {"--ncd", &RunOptions::ncd},
+        {"--brinmark", &RunOptions::brinmark},
+        {"--dphy", &RunOptions::dphy},
+        {"--msgflow", &RunOptions::msgflow},
+        {"--all-models", &RunOptions::allModels},
+        {"--model-selector", &RunOptions::modelSelector},
+        {"--pin-parasitics", &RunOptions::pinParasitics},
+        {"--package-model", &RunOptions::packageModel},
+        {"--dump-alt-models", &RunOptions::dumpAltModels},
+        {"--ami", &RunOptions::ami},
+    };
+    return memberOf(switches, arg);
+}
+
+// The options whose value is kept as given (and checked later).
+std::string RunOptions::*textOptionOf(std::string const& arg)
+{
+    static std::pair<char const*, std::string RunOptions::*> const texts[] = {
+        {"--family", &RunOptions::family},
+        {"--report", &RunOptions::reportFile},
+        {"--component-name", &RunOptions::componentName},
+        {"--channels", &RunOptions::channelsFile},
+    };
+    return memberOf(texts, arg);
+}
+
 } // namespace
 
 bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::string& error)
@@ -202,30 +254,15 @@ bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::s
         }
         if (arg.size() < 2 || arg[0] != '-' || arg == "-")
             break;
-        if (arg == "--help" || arg == "-h") {
-            options.help = true;
-        } else if (arg == "--version" || arg == "-V") {
-            options.version = true;
-        } else if (arg == "--legacy") {
-            options.legacy = true;
-        } else if (arg == "--quiet" || arg == "-q") {
-            options.quiet = true;
-        } else if (arg == "--verbose" || arg == "-v") {
-            options.verbose = true;
-        } else if (arg == "--family") {
-            if (!needValue("--family", options.family))
+        if (bool RunOptions::*flag = switchOf(arg)) {
+            options.*flag = true;
+        } else if (std::string RunOptions::*text = textOptionOf(arg)) {
+            if (!needValue(arg.c_str(), options.*text))
                 return false;
-            options.familyGiven = true;
-        } else if (arg == "--vargon") {
-            options.vargon = true;
-        } else if (arg == "--ncd") {
-            options.ncd = true;
-        } else if (arg == "--brinmark") {
-            options.brinmark = true;
-        } else if (arg == "--dphy") {
-            options.dphy = true;
-        } else if (arg == "--msgflow") {
-            options.msgflow = true;
+            options.familyGiven = options.familyGiven || text == &RunOptions::family;
+            error = text == &RunOptions::componentName ? componentNameProblem(options.componentName) : "";
+            if (!error.empty())
+                return false;
         } else if (arg == "--btn") {
             std::string count;
             if (!needValue("--btn", count))
@@ -234,15 +271,6 @@ bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::s
                 error = "--btn needs a whole number, not '" + count + "'";
                 return false;
             }
-        } else if (arg == "--report") {
-            if (!needValue("--report", options.reportFile))
-                return false;
-        } else if (arg == "--component-name") {
-            if (!needValue("--component-name", options.componentName))
-                return false;
-            error = componentNameProblem(options.componentName);
-            if (!error.empty())
-                return false;
         } else if (arg == "--truncate") {
             std::string width;
             if (!needValue("--truncate", width))
@@ -252,10 +280,6 @@ bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::s
                 return false;
             }
             options.truncate = std::atoi(width.c_str());
-        } else if (arg == "--all-models") {
-            options.allModels = true;
-        } else if (arg == "--model-selector") {
-            options.modelSelector = true;
         } else if (arg == "--substitute") {
             std::string what;
             if (!needValue("--substitute", what))
@@ -265,17 +289,6 @@ bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::s
                 return false;
             }
             options.substituteNearest = true;
-        } else if (arg == "--pin-parasitics") {
-            options.pinParasitics = true;
-        } else if (arg == "--package-model") {
-            options.packageModel = true;
-        } else if (arg == "--dump-alt-models") {
-            options.dumpAltModels = true;
-        } else if (arg == "--ami") {
-            options.ami = true;
-        } else if (arg == "--channels") {
-            if (!needValue("--channels", options.channelsFile))
-                return false;
         } else {
             error = "unknown option " + arg;
             return false;

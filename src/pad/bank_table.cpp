@@ -7,6 +7,7 @@
 #include "driver/load_time.h"
 #include "host/ut_regexp.h"
 #include "host/ut_string.h"
+#include "pad/line_tokens.h"
 #include "pad/pad_lines.h"
 
 namespace {
@@ -20,10 +21,7 @@ char const bankRowPattern[] = "^[^|]*[ |]+([^| \t]+)[ |]+([^| V\t]+)[V| \t]+";
 
 void IBIS_MODEL::loadBankInfo(char* line)
 {
-    if (line == nullptr)
-        return;
-    ut_strupr(line);
-    if (std::strstr(line, IBS_PAD_BANK_TABLE) == nullptr)
+    if (!ibsPadHeadingLine(line, IBS_PAD_BANK_TABLE))
         return;
 
     char row[IBS_LINE_SIZE];

@@ -7,14 +7,12 @@
 #include "driver/line_reader.h"
 #include "driver/load_time.h"
 #include "host/ut_string.h"
+#include "pad/line_tokens.h"
 #include "pad/pad_lines.h"
 
 void IBIS_MODEL::loadDiffPinInfo(char* line)
 {
-    if (line == nullptr)
-        return;
-    ut_strupr(line);
-    if (std::strstr(line, IBS_PAD_PIN_NUMBER_TABLE) == nullptr)
+    if (!ibsPadHeadingLine(line, IBS_PAD_PIN_NUMBER_TABLE))
         return;
 
     char buf[IBS_LINE_SIZE];

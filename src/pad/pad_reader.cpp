@@ -45,22 +45,18 @@ bool IBIS_MODEL::loadIos()
 
 void IBIS_MODEL::setPartType(char* line)
 {
-    if (std::strstr(line, IBS_PAD_PART_TYPE) == nullptr)
-        return;
     char token[IBS_LINE_SIZE];
-    ibsTakeTokens(line, token, 3);
-    ut_strtrim(token);
+    if (!ibsLabelledToken(line, IBS_PAD_PART_TYPE, token, 3))
+        return;
     _partName = token;
     getPartName(_partName);
 }
 
 void IBIS_MODEL::setPackage(char* line)
 {
-    if (std::strstr(line, IBS_PAD_PACKAGE) == nullptr)
-        return;
     char token[IBS_LINE_SIZE];
-    ibsTakeTokens(line, token, 2);
-    ut_strtrim(token);
+    if (!ibsLabelledToken(line, IBS_PAD_PACKAGE, token, 2))
+        return;
     ut_strupr(token);
     // The first line that names a real package wins.
     if (std::strcmp(token, "VERSION") != 0 && _packageName.empty())

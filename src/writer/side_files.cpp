@@ -13,6 +13,20 @@
 #include "host/ut_string.h"
 #include "writer/design_paths.h"
 
+namespace {
+
+// Says that a file the design's device and package call for is not beside
+// the master file ("BTN model file", "Package model file").
+void printNotAvailable(char const* what, std::string const& name, IbsFileRole role)
+{
+    ibsPrint(IBS_OUTPUT_FILE_MISSING,
+             ibsText("%s \"%s\" is not available for the device/package selected in the design.\n\n",
+                     {what, name.c_str()}),
+             role, name.c_str());
+}
+
+} // namespace
+
 void IBIS_MODEL::writeFileLocation()
 {
     std::string path = _designIbisFile;
@@ -26,11 +40,7 @@ void IBIS_MODEL::writeFileLocation()
 void IBIS_MODEL::writeBtnFile(std::string stem, std::string source, int count)
 {
     if (!ut_file.exist(source.c_str())) {
-        ibsPrint(IBS_OUTPUT_FILE_MISSING,
-                 ibsText("BTN model file \"%s\" is not available for the device/package selected in the "
-                         "design.\n\n",
-                         {source.c_str()}),
-                 IBS_FILE_COMPANION, source.c_str());
+        printNotAvailable("BTN model file", source, IBS_FILE_COMPANION);
         return;
     }
     int const firstIndex = ibsDeviceRules(_input_dev_name).firstCompanion;
@@ -57,11 +67,7 @@ void IBIS_MODEL::writePackageFile()
     std::string const source = ibsBeside(_masterIbisFile, fileName);
     if (!ut_file.exist(source.c_str())) {
         if (ibsPartSaysMissingPackageFile(_partName))
-            ibsPrint(IBS_OUTPUT_FILE_MISSING,
-                     ibsText("Package model file \"%s\" is not available for the device/package selected "
-                             "in the design.\n\n",
-                             {fileName.c_str()}),
-                     IBS_FILE_PACKAGE, fileName.c_str());
+            printNotAvailable("Package model file", fileName, IBS_FILE_PACKAGE);
         return;
     }
     std::string const target = ibsBeside(_designIbisFile, fileName);
