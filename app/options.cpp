@@ -232,6 +232,25 @@ std::string RunOptions::*textOptionOf(std::string const& arg)
     return memberOf(texts, arg);
 }
 
+// Why the options cannot go together, or "" when they can.
+std::string combinationProblem(RunOptions const& options)
+{
+    if (options.ami) {
+        if (options.channelsFile.empty())
+            return "--ami needs --channels";
+        if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
+            options.dumpAltModels || !options.reportFile.empty() || !options.componentName.empty() ||
+            options.truncate != 0 || options.allModels || options.modelSelector ||
+            options.substituteNearest || options.pinParasitics || options.packageModel)
+            return "--ami takes only --channels, --brinmark, --msgflow, --family, --legacy, --quiet and --verbose";
+    } else if (!options.channelsFile.empty()) {
+        return "--channels goes with --ami";
+    }
+    if (options.dumpAltModels && !options.vargon)
+        return "--dump-alt-models goes with --vargon";
+    return "";
+}
+
 } // namespace
 
 bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::string& error)
@@ -315,25 +334,6 @@ bool parseOptions(int argc, char const* const* argv, RunOptions& options, std::s
     options.firstPath = argv[i];
     options.secondPath = argv[i + 1];
 
-    if (options.ami) {
-        if (options.channelsFile.empty()) {
-            error = "--ami needs --channels";
-            return false;
-        }
-        if (options.vargon || options.ncd || options.dphy || options.btn != 0 ||
-            options.dumpAltModels || !options.reportFile.empty() || !options.componentName.empty() ||
-            options.truncate != 0 || options.allModels || options.modelSelector ||
-            options.substituteNearest || options.pinParasitics || options.packageModel) {
-            error = "--ami takes only --channels, --brinmark, --msgflow, --family, --legacy, --quiet and --verbose";
-            return false;
-        }
-    } else if (!options.channelsFile.empty()) {
-        error = "--channels goes with --ami";
-        return false;
-    }
-    if (options.dumpAltModels && !options.vargon) {
-        error = "--dump-alt-models goes with --vargon";
-        return false;
-    }
-    return true;
+    error = combinationProblem(options);
+    return error.empty();
 }
