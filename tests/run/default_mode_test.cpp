@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "support/test_support.h"
 
@@ -364,6 +367,28 @@ TEST(BothModes, TheSerDesSetIsNeverWrittenOverItsSources)
                              "file ibis_ami/kva4serdes.ibs; nothing was written\n");
         EXPECT_EQ(ts::filesBelow(work.dir.path()), before);
     }
+}
+
+TEST(BothModes, ATemplateThatIsADeviceOrCannotBeCopiedEndsTheSerDesRun)
+{
+    // A template that is a device would be read as an empty file: the legacy
+    // mode refuses it too, before anything is written.
+    SerDesWork const device("channels.txt", "", "");
+    S const rx = device.lib + "kva4RX_parameters.ami";
+    ASSERT_EQ(std::remove(rx.c_str()), 0);
+    ASSERT_EQ(::symlink("/dev/null", rx.c_str()), 0);
+    ts::RunResult const r = device.run({"--legacy"});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.err, "pad2ibis: the receive parameter template lib/kva4RX_parameters.ami is a device, not a regular "
+                     "file\n");
+    EXPECT_FALSE(ts::fileExists(device.dir.file("ibis_ami")));
+    // A folder where a template's copy goes: the run ends there.
+    SerDesWork const blocked("channels.txt", "", "");
+    ASSERT_EQ(::mkdir(blocked.dir.file("ibis_ami").c_str(), 0777), 0);
+    ASSERT_EQ(::mkdir(blocked.dir.file("ibis_ami/kva4RX_parameters.ami").c_str(), 0777), 0);
+    ts::RunResult const c = blocked.run();
+    EXPECT_EQ(c.exitCode, 2);
+    EXPECT_EQ(c.err, "pad2ibis: error: cannot write ibis_ami/kva4RX_parameters.ami\n");
 }
 
 } // namespace
