@@ -176,6 +176,9 @@ TEST(DefaultMode, ProgressOnStandardOutputWarningsOnStandardErrorAndASummary)
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.out, "");
     EXPECT_EQ(missing.err, "pad2ibis: error: the pad report nosuch.pad does not exist\n");
+    ts::RunResult const noReport = work.run({"-q", "--report", "no/r.csv", "tiny.pad", "./tiny.ibs"});
+    EXPECT_EQ(noReport.exitCode, 2);
+    EXPECT_EQ(noReport.err, r.err + "pad2ibis: error: cannot write the report no/r.csv\n");
 }
 
 TEST(BothModes, ADirectoryOrADeviceAsAnInputIsOneLine)
