@@ -187,6 +187,46 @@ TEST(DefaultMode, ProgressOnStandardOutputWarningsOnStandardErrorAndASummary)
     EXPECT_EQ(noReport.err, r.err + "pad2ibis: error: cannot write the report no/r.csv\n");
 }
 
+TEST(DefaultMode, TheGeneratorsWarningsAreOneLineEach)
+{
+    Work work;
+    // The file name, made from text with every "from" put as "to".
+    auto write = [&work](S const& name, S text, S const& from, S const& to) {
+        for (auto at = text.find(from); at != S::npos; at = text.find(from, at + to.size()))
+            text.replace(at, from.size(), to);
+        ts::writeFile(work.dir.file(name), text);
+    };
+    S const pad = ts::readFile(work.dir.file("tiny.pad")), master = ts::readFile(work.dir.file("tiny.ibs"));
+    write("lvds.pad", pad, "LVCMOS33_IN ", "LVDS_IN     ");
+    write("bidi.ibs", master, "aaaaaaain", "aaaaaaaio");
+    write("other.ibs", master, "|CABGA256", "|CABGA999");
+    S const warning = "pad2ibis: warning: ";
+    S const buzzer = warning + "signal \"buzzer\": the master file has no model \"lvc330s120naaaaaaaou\"";
+    struct Case {
+        std::vector<S> args;
+        S err;
+    } const cases[] = {
+        {{"--substitute", "nearest", "tiny.pad", "tiny.ibs"}, buzzer + "; it gets \"lvc330s080naaaaaaaou\" instead\n"},
+        {{"tiny.pad", "bidi.ibs"},
+         warning + "signal \"key\": the master file has no input model \"lvc330axxxdaaaaaaain\"; it gets its "
+                   "bidirectional model \"lvc330axxxdaaaaaaaio\"\n" + buzzer + "\n"},
+        {{"tiny.pad", "other.ibs"},
+         buzzer + "\n" + warning + "the master file other.ibs has no block for the package \"CABGA256\": the design "
+                               "file gets package values of zero\n"},
+        {{"--family", "KVTN", "lvds.pad", "tiny.ibs"},
+         warning + "the IBIS models for true differential standards have a known issue in the IBIS data; use the TN "
+                   "HSPICE models instead to run simulation\n" + warning +
+             "signal \"key\": the master file has no model \"lvc250axxxdaaaaaaain\"\n" + buzzer + "\n"},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.args[c.args.size() - 2] + " " + c.args.back());
+        ts::RunResult const r = work.run(c.args);
+        EXPECT_EQ(r.exitCode, 0);
+        EXPECT_EQ(r.err, c.err);
+        EXPECT_EQ(r.out.rfind("Read the pad report ", 0), 0u) << r.out;
+    }
+}
+
 TEST(BothModes, ADirectoryOrADeviceAsAnInputIsOneLine)
 {
     for (bool legacy : {false, true}) {
@@ -398,6 +438,10 @@ TEST(BothModes, ATemplateThatIsADeviceOrCannotBeCopiedEndsTheSerDesRun)
     ts::RunResult const c = blocked.run();
     EXPECT_EQ(c.exitCode, 2);
     EXPECT_EQ(c.err, "pad2ibis: error: cannot write ibis_ami/kva4RX_parameters.ami\n");
+    // A file of the set that does not exist.
+    SerDesWork const lacking("channels.txt", "", "");
+    ASSERT_EQ(std::remove((lacking.lib + "CVN_kva4rx_ami.so").c_str()), 0);
+    EXPECT_EQ(lacking.run().err, "pad2ibis: error: the SerDes set lacks lib/CVN_kva4rx_ami.so: it does not exist\n");
 }
 
 } // namespace
