@@ -329,6 +329,8 @@ TEST(Check, MasterFileRules)
         {{{"[Package]\n", "[Package]\n\n"}}, {}},
         {{{"L_pkg  3nH  2nH  4nH\n|  \n", "L_pkg  3nH  2nH  4nH\n"}},
          {"f:28: error: package block CABGA256 is not closed by a \"|\" line before [Pin]; its copy would not end"}},
+        // A comment line behind the last block opens none.
+        {{{"|  \n", "|  \n| end of the packages\n|\n"}}, {}},
         {{{"|CABGA256\n", ""}},
          {"f:27: error: no package block (a \"|\" name line and its R_pkg, L_pkg, C_pkg lines) under the package "
           "keyword"}},

@@ -122,6 +122,13 @@ TEST(PackageModel, SectionForm)
     EXPECT_EQ(reduced.paths[1].size(), 4u);
     EXPECT_DOUBLE_EQ(reduced.self[0].value[0].value, 0.1);
     EXPECT_FALSE(reduced.self[2].known[1]);
+
+    // The path of a pin that is not kept is read over and left out.
+    std::istringstream again(text);
+    ibis::ReducedPackage b1;
+    ASSERT_TRUE(ibis::readReducedPackage(again, "S2", {"B1"}, b1, error)) << error;
+    EXPECT_EQ(b1.paths[0].size(), 1u);
+    EXPECT_DOUBLE_EQ(b1.self[0].value[2].value, 0.5e-12);
 }
 
 // A banded matrix cut down to a few pins keeps exactly the terms between
@@ -239,6 +246,7 @@ TEST(PackageModel, ProblemsWithTheirLines)
         {"[End Model Data]\n", "", {"11: ! [Model Data] has no [End Model Data]"}},
         {"[End Model Data]\n", "[End Pin Numbers]\n[End Model Data]\n", {"26: ! [end pin numbers] is not a keyword of a package model"}},
         {"[End Package Model]\n", "[End]\n", {"2: ! [Define Package Model] P3 has no [End Package Model]"}},
+        {"[End Package Model]\n", "", {"2: ! [Define Package Model] P3 has no [End Package Model]"}},
         {"[Model Data]\n", "[Number Of Sections] 1\n[Model Data]\n",
          {"2: ! [Define Package Model] P3 has [Model Data] and [Number Of Sections]; a model uses one of them"}},
         {"[Inductance Matrix] Full_matrix\n[Row] A1\n3n 1n 1n\n[Row] A2\n3n 1n\n[Row] B1\n3n\n", "",
@@ -282,11 +290,18 @@ TEST(PackageModel, SectionProblems)
         {"A1 Len=0 L=1n /\n", {}},
         {"A1 Len=0 L=1n\n", {"8: ! a section of pin A1 has no closing \"/\""}},
         {"A1 L=1n /\n", {"8: ! a section of pin A1 has no Len"}},
-        {"A1 Len=0 Q=1n /\n", {"8: ! \"Q\" in the path of pin A1 is none of Len, L, R, C"}},
+        {"A1 Len=0 Q=1n / Len=0 L=1n /\n", {"8: ! \"Q\" in the path of pin A1 is none of Len, L, R, C"}},
         {"A1 Len=0 L=x /\n", {"8: ! section value \"x\" is not a number"}},
         {"A1 Len=0 L=1n / Len=0 C=1p /\n", {"8: ! the path of pin A1 has 2 sections; [Number Of Sections] says 1"}},
         {"A1 Fork Len=0 C=1p /\n", {"8: ! Fork in the path of pin A1 has no Endfork"}},
         {"A1\n", {"8: ! pin A1 has no sections"}},
+        // A word without "=" spoils its section alone, up to the "/".
+        {"A1 Len=0 R 0.1 /\n", {"8: ! \"R\" in the path of pin A1 is not written NAME=VALUE"}},
+        // "R =" with a blank goes on with the path above; it names no pin.
+        {"A1\n  R = 0.1 Len=0 /\n", {}},
+        // One pin's spoilt path does not hide that the next pin has none.
+        {"A1 Len=0 L=x /\nA2\n", {"8: ! section value \"x\" is not a number", "9: ! pin A2 has no sections",
+                                  "6: ! [Number Of Pins] says 1 but [Pin Numbers] lists 2"}},
     };
     for (Case const& c : cases) {
         S const text = start + c.pins + "[End Package Model]\n";

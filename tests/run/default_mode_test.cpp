@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "support/test_support.h"
 
@@ -44,6 +47,12 @@ TEST(DefaultMode, WhatTheReadersWouldMisreadIsRefusedBeforeAnythingIsWritten)
          "long_line.pad:11: error: line of 300 characters, over the 254 that the pad report reader takes: it would "
          "stop reading here, and lines 11 to 21 would be lost\n"
          "pad2ibis: error: the pad report long_line.pad cannot be read as it stands; nothing was written\n"},
+        // The reading stops at the long line: the open bank table behind it
+        // is no matter.
+        {"long_line_open_bank.pad", "tiny.ibs", 1,
+         "long_line_open_bank.pad:11: error: line of 300 characters, over the 254 that the pad report reader takes: "
+         "it would stop reading here, and lines 11 to 20 would be lost\n"
+         "pad2ibis: error: the pad report long_line_open_bank.pad cannot be read as it stands; nothing was written\n"},
         {"nul_byte.pad", "tiny.ibs", 1,
          "nul_byte.pad:10: error: NUL byte: the pad report reader would end the line there, and the rest of the line "
          "would be lost\n"
@@ -173,6 +182,49 @@ TEST(DefaultMode, ProgressOnStandardOutputWarningsOnStandardErrorAndASummary)
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.out, "");
     EXPECT_EQ(missing.err, "pad2ibis: error: the pad report nosuch.pad does not exist\n");
+    ts::RunResult const noReport = work.run({"-q", "--report", "no/r.csv", "tiny.pad", "./tiny.ibs"});
+    EXPECT_EQ(noReport.exitCode, 2);
+    EXPECT_EQ(noReport.err, r.err + "pad2ibis: error: cannot write the report no/r.csv\n");
+}
+
+TEST(DefaultMode, TheGeneratorsWarningsAreOneLineEach)
+{
+    Work work;
+    // The file name, made from text with every "from" put as "to".
+    auto write = [&work](S const& name, S text, S const& from, S const& to) {
+        for (auto at = text.find(from); at != S::npos; at = text.find(from, at + to.size()))
+            text.replace(at, from.size(), to);
+        ts::writeFile(work.dir.file(name), text);
+    };
+    S const pad = ts::readFile(work.dir.file("tiny.pad")), master = ts::readFile(work.dir.file("tiny.ibs"));
+    write("lvds.pad", pad, "LVCMOS33_IN ", "LVDS_IN     ");
+    write("bidi.ibs", master, "aaaaaaain", "aaaaaaaio");
+    write("other.ibs", master, "|CABGA256", "|CABGA999");
+    S const warning = "pad2ibis: warning: ";
+    S const buzzer = warning + "signal \"buzzer\": the master file has no model \"lvc330s120naaaaaaaou\"";
+    struct Case {
+        std::vector<S> args;
+        S err;
+    } const cases[] = {
+        {{"--substitute", "nearest", "tiny.pad", "tiny.ibs"}, buzzer + "; it gets \"lvc330s080naaaaaaaou\" instead\n"},
+        {{"tiny.pad", "bidi.ibs"},
+         warning + "signal \"key\": the master file has no input model \"lvc330axxxdaaaaaaain\"; it gets its "
+                   "bidirectional model \"lvc330axxxdaaaaaaaio\"\n" + buzzer + "\n"},
+        {{"tiny.pad", "other.ibs"},
+         buzzer + "\n" + warning + "the master file other.ibs has no block for the package \"CABGA256\": the design "
+                               "file gets package values of zero\n"},
+        {{"--family", "KVTN", "lvds.pad", "tiny.ibs"},
+         warning + "the IBIS models for true differential standards have a known issue in the IBIS data; use the TN "
+                   "HSPICE models instead to run simulation\n" + warning +
+             "signal \"key\": the master file has no model \"lvc250axxxdaaaaaaain\"\n" + buzzer + "\n"},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.args[c.args.size() - 2] + " " + c.args.back());
+        ts::RunResult const r = work.run(c.args);
+        EXPECT_EQ(r.exitCode, 0);
+        EXPECT_EQ(r.err, c.err);
+        EXPECT_EQ(r.out.rfind("Read the pad report ", 0), 0u) << r.out;
+    }
 }
 
 TEST(BothModes, ADirectoryOrADeviceAsAnInputIsOneLine)
@@ -364,6 +416,32 @@ TEST(BothModes, TheSerDesSetIsNeverWrittenOverItsSources)
                              "file ibis_ami/kva4serdes.ibs; nothing was written\n");
         EXPECT_EQ(ts::filesBelow(work.dir.path()), before);
     }
+}
+
+TEST(BothModes, ATemplateThatIsADeviceOrCannotBeCopiedEndsTheSerDesRun)
+{
+    // A template that is a device would be read as an empty file: the legacy
+    // mode refuses it too, before anything is written.
+    SerDesWork const device("channels.txt", "", "");
+    S const rx = device.lib + "kva4RX_parameters.ami";
+    ASSERT_EQ(std::remove(rx.c_str()), 0);
+    ASSERT_EQ(::symlink("/dev/null", rx.c_str()), 0);
+    ts::RunResult const r = device.run({"--legacy"});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.err, "pad2ibis: the receive parameter template lib/kva4RX_parameters.ami is a device, not a regular "
+                     "file\n");
+    EXPECT_FALSE(ts::fileExists(device.dir.file("ibis_ami")));
+    // A folder where a template's copy goes: the run ends there.
+    SerDesWork const blocked("channels.txt", "", "");
+    ASSERT_EQ(::mkdir(blocked.dir.file("ibis_ami").c_str(), 0777), 0);
+    ASSERT_EQ(::mkdir(blocked.dir.file("ibis_ami/kva4RX_parameters.ami").c_str(), 0777), 0);
+    ts::RunResult const c = blocked.run();
+    EXPECT_EQ(c.exitCode, 2);
+    EXPECT_EQ(c.err, "pad2ibis: error: cannot write ibis_ami/kva4RX_parameters.ami\n");
+    // A file of the set that does not exist.
+    SerDesWork const lacking("channels.txt", "", "");
+    ASSERT_EQ(std::remove((lacking.lib + "CVN_kva4rx_ami.so").c_str()), 0);
+    EXPECT_EQ(lacking.run().err, "pad2ibis: error: the SerDes set lacks lib/CVN_kva4rx_ami.so: it does not exist\n");
 }
 
 } // namespace

@@ -74,6 +74,13 @@ TEST(MasterScan, LineNumbersHoldAcrossBuffersAndOnlyAheadOfTheLastModelLine)
     found = scanned(dir, text + S(255, 'x') + "\r\n| End [Model] m\n");
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(found[0].substr(0, found[0].find(',')), "40012: line of 256 characters with its CR");
+    // Within the [Pin] list, read line by line, a long row stops the passes
+    // ahead of every model block.
+    S const longRow = "A1 IO m  | " + S(300, 'c');
+    found = scanned(dir, S(kHead).replace(kHead.find("A1 IO m"), 7, longRow) + text.substr(kHead.size()));
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_EQ(found[0], "8: line of 311 characters, over the 255 that the design file writer's passes take: they "
+                        "would stop here, and the model blocks from here on would be lost");
 }
 
 } // namespace
