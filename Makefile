@@ -83,10 +83,11 @@ demo: build
 	cd $(DEMO_DIR)/package && $(PAD2IBIS) -q --package-model demo.pad $(MASTER) 2>/dev/null
 	@grep -e '^\[Package Model\]' -e '^\[Define Package Model\]' -e '^\[Number Of Pins\]' -e 'Matrix\]' \
 	  $(DEMO_DIR)/package/IBIS/demo.ibs
-	@echo "== pad2ibis check on the design IBIS files written above"
+	@echo "== pad2ibis check on the design IBIS files written above and the package model file copied beside one"
 	cd $(DEMO_DIR) && $(PAD2IBIS) check main/IBIS/examples/demo.ibs btn/IBIS/demo_zu2.ibs \
 	  nearest/IBIS/demo.ibs vargon/IBIS/vargon_demo.ibs ami/ibis_ami/kva4serdes.ibs options/IBIS/long_names_demo.ibs \
-	  pins/IBIS/demo.ibs package/IBIS/demo.ibs
+	  pins/IBIS/demo.ibs package/IBIS/demo.ibs \
+	  main/IBIS/examples/kva3_master_6bg256c_bg.pkg
 	@echo "== the companion-chip copies are byte copies of k_btn.ibs and keep its [File Name]"
 	cd $(DEMO_DIR) && { $(PAD2IBIS) check btn/IBIS/demo_btn0.ibs btn/IBIS/demo_btn1.ibs || \
 	  echo "(expected: a companion copy is written byte for byte, so its [File Name] stays k_btn.ibs)"; }
