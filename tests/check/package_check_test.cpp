@@ -71,6 +71,9 @@ TEST(PackageCheck, PackageFileRules)
          {"f:22: error: [Inductance Matrix] self term of pin A2 is 0nH; it must be above zero"}},
         {{{"[End Model Data]\n", ""}}, {"f:13: error: [Model Data] has no [End Model Data]"}},
         {{{"[End Package Model]\n", ""}}, {"f:4: error: [Define Package Model] P3 has no [End Package Model]"}},
+        // A model still open where the file ends.
+        {{{"[End Package Model]\n[End]\n", ""}},
+         {"f:4: error: [Define Package Model] P3 has no [End Package Model]", "f:32: error: the last keyword is not [End]"}},
         {{{"[OEM]           Corvane Technology\n", ""}}, {"f:4: warning: [Define Package Model] P3 has no [OEM]"}},
         {{{"[Model Data]\n", "[Number Of Sections] 1\n[Model Data]\n"}},
          {"f:4: error: [Define Package Model] P3 has [Model Data] and [Number Of Sections]; a model uses one of them"}},

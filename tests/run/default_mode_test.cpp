@@ -47,12 +47,12 @@ TEST(DefaultMode, WhatTheReadersWouldMisreadIsRefusedBeforeAnythingIsWritten)
          "long_line.pad:11: error: line of 300 characters, over the 254 that the pad report reader takes: it would "
          "stop reading here, and lines 11 to 21 would be lost\n"
          "pad2ibis: error: the pad report long_line.pad cannot be read as it stands; nothing was written\n"},
-        // The reading stops at the long line: the open bank table behind it
-        // is no matter.
-        {"long_line_open_bank.pad", "tiny.ibs", 1,
-         "long_line_open_bank.pad:11: error: line of 300 characters, over the 254 that the pad report reader takes: "
-         "it would stop reading here, and lines 11 to 20 would be lost\n"
-         "pad2ibis: error: the pad report long_line_open_bank.pad cannot be read as it stands; nothing was written\n"},
+        // The reading stops at a long row of the open bank table: the table
+        // is no matter then.
+        {"open_bank_long_row.pad", "tiny.ibs", 1,
+         "open_bank_long_row.pad:19: error: line of 300 characters, over the 254 that the pad report reader takes: "
+         "it would stop reading here, and lines 19 to 19 would be lost\n"
+         "pad2ibis: error: the pad report open_bank_long_row.pad cannot be read as it stands; nothing was written\n"},
         {"nul_byte.pad", "tiny.ibs", 1,
          "nul_byte.pad:10: error: NUL byte: the pad report reader would end the line there, and the rest of the line "
          "would be lost\n"

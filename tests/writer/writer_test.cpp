@@ -182,4 +182,17 @@ TEST(SideFiles, PackageModelFileIsNamedAfterMasterDeviceAndPackage)
     ts::resetGeneratorStatics();
 }
 
+// A host that asks for no copies of the companion chip's file gets the
+// heading and a blank line, and no file.
+TEST(SideFiles, NoCompanionCopiesWriteNoFile)
+{
+    IBIS_MODEL::_input_dev_name = "KVA3-40E-6BG256C";
+    wt::DesignProbe probe;
+    std::string const source = probe.put("k_btn.ibs", "[IBIS Ver] 5.0\n");
+    EXPECT_EQ(ts::captureStdout([&] { probe.writeBtnFile(probe.dir() + "/board", source, 0); }),
+              "\nGenerating BTN IBIS file:\n\n");
+    EXPECT_FALSE(ts::fileExists(probe.dir() + "/board_btn0.ibs"));
+    ts::resetGeneratorStatics();
+}
+
 } // namespace
