@@ -247,6 +247,8 @@ private:
     void loadModels();
     void resolve();
     void readPackage(IbsDesignPaths const& paths);
+    // Makes the folders of a file that are not there yet.
+    void makeFolders(std::string const& file) const;
     void write(IbsDesignPaths const& paths);
     void summarize(IbsDesignPaths const& paths) const;
     [[noreturn]] void fail(int code) const;
@@ -322,6 +324,11 @@ void PadRun::checkOutputs(IbsDesignPaths const& paths) const
     safety::Overwrite const overwrite = safety::findOverwrite(padInputs(_options, paths), padOutputs(_options, paths));
     if (overwrite.found) {
         _console.error(safety::describe(overwrite) + "; nothing was written");
+        fail(2);
+    }
+    std::string const problem = _options.reportFile.empty() ? "" : safety::unwritableProblem(_options.reportFile);
+    if (!problem.empty()) {
+        _console.error("cannot write the report " + _options.reportFile + ": " + problem + "; nothing was written");
         fail(2);
     }
 }
@@ -401,26 +408,31 @@ void PadRun::readPackage(IbsDesignPaths const& paths)
     fail(1);
 }
 
-void PadRun::write(IbsDesignPaths const& paths)
+void PadRun::makeFolders(std::string const& file) const
 {
-    // A pad report in a folder of its own gets its design file in the same
-    // folder below IBIS.
-    std::string const folder = paths.designFile.substr(0, paths.designFile.rfind('/') + 1);
-    std::string made;
+    std::string const folder = file.substr(0, file.rfind('/') + 1);
     for (std::string::size_type at = 0; (at = folder.find('/', at + 1)) != std::string::npos;) {
-        made = folder.substr(0, at);
+        std::string const made = folder.substr(0, at);
         struct stat info;
         if (::stat(made.c_str(), &info) != 0 && ::mkdir(made.c_str(), 0777) != 0) {
             _console.error("cannot make the folder " + shownPath(made));
             fail(2);
         }
     }
+}
+
+void PadRun::write(IbsDesignPaths const& paths)
+{
+    // A pad report in a folder of its own gets its design file in the same
+    // folder below IBIS.
+    makeFolders(paths.designFile);
     if (!_generator->writeIbisModels(_options.btn))
         ibsReport(IBS_MSG_1004);
     if (_options.reportFile.empty())
         return;
     _report.afterWrite(*_generator);
     _report.setRun(_options.firstPath, _options.secondPath, _options.vargon);
+    makeFolders(_options.reportFile);
     if (!_report.write(_options.reportFile, ResolutionReport::formatOf(_options.reportFile, true))) {
         _console.error("cannot write the report " + _options.reportFile);
         fail(2);

@@ -1,6 +1,7 @@
 #include "safety/output_guard.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace safety {
 
@@ -25,6 +26,25 @@ std::string describe(Overwrite const& overwrite)
 {
     return overwrite.output.what + " " + overwrite.output.path + " would be written over " + overwrite.input.what +
            " " + overwrite.input.path;
+}
+
+std::string unwritableProblem(std::string const& path)
+{
+    struct stat st;
+    if (stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode))
+        return "it is a directory";
+    // The folders that are not there yet are made; the nearest one that is
+    // must be a writable folder.
+    std::string folder = path;
+    do {
+        std::string::size_type const slash = folder.rfind('/');
+        folder = slash == std::string::npos ? "." : slash == 0 ? "/" : folder.substr(0, slash);
+    } while (stat(folder.c_str(), &st) != 0 && folder != "." && folder != "/");
+    if (!S_ISDIR(st.st_mode))
+        return folder + " is no folder";
+    if (access(folder.c_str(), W_OK) != 0)
+        return "its folder " + folder + " is not writable";
+    return "";
 }
 
 } // namespace safety

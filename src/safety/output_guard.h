@@ -28,6 +28,12 @@ Overwrite findOverwrite(std::vector<RunFile> const& inputs, std::vector<RunFile>
 // IBIS/demo.ibs".
 std::string describe(Overwrite const& overwrite);
 
+// Why a file the user named for the run to write (the report) cannot be
+// written where it is named, or "" when it can: the path is no directory,
+// and the nearest of its folders that is there is a writable folder (the
+// others are made). "its folder out is not writable".
+std::string unwritableProblem(std::string const& path);
+
 } // namespace safety
 
 #endif

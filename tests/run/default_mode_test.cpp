@@ -182,9 +182,22 @@ TEST(DefaultMode, ProgressOnStandardOutputWarningsOnStandardErrorAndASummary)
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.out, "");
     EXPECT_EQ(missing.err, "pad2ibis: error: the pad report nosuch.pad does not exist\n");
-    ts::RunResult const noReport = work.run({"-q", "--report", "no/r.csv", "tiny.pad", "./tiny.ibs"});
-    EXPECT_EQ(noReport.exitCode, 2);
-    EXPECT_EQ(noReport.err, r.err + "pad2ibis: error: cannot write the report no/r.csv\n");
+    // A report is written in folders made for it; one that cannot be
+    // written where it is named is refused ahead of the design file.
+    ts::RunResult const made = work.run({"-q", "--report", "out/run/r.csv", "tiny.pad", "./tiny.ibs"});
+    EXPECT_EQ(made.exitCode, 0) << made.err;
+    EXPECT_TRUE(ts::fileExists(work.dir.file("out/run/r.csv")));
+    ts::writeFile(work.dir.file("plain"), "a file\n");
+    for (auto const& [report, problem] : std::vector<std::pair<S, S>>{
+             {"plain/r.csv", "plain is no folder"}, {"IBIS", "it is a directory"}}) {
+        std::remove(work.dir.file("IBIS/tiny.ibs").c_str());
+        ts::RunResult const refused = work.run({"-q", "--report", report, "tiny.pad", "./tiny.ibs"});
+        EXPECT_EQ(refused.exitCode, 2);
+        EXPECT_EQ(refused.out, "");
+        EXPECT_EQ(refused.err, "pad2ibis: error: cannot write the report " + report + ": " + problem +
+                                   "; nothing was written\n");
+        EXPECT_FALSE(ts::fileExists(work.dir.file("IBIS/tiny.ibs")));
+    }
 }
 
 TEST(DefaultMode, TheGeneratorsWarningsAreOneLineEach)
