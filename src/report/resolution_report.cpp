@@ -1,5 +1,7 @@
 #include "report/resolution_report.h"
 
+#include <utility>
+
 #include "driver/basibsgen.h"
 #include "nearest/nearest_model.h"
 
@@ -39,6 +41,7 @@ void ResolutionReport::observe(IBIS_MODEL const&, IB_IOBUF const& signal, std::s
 void ResolutionReport::beforeWalk(IBIS_MODEL const& generator)
 {
     _signals.clear();
+    _signals.reserve(generator._iobufs.size());
     for (IB_IOBUF const* iobuf : generator._iobufs) {
         SignalOutcome signal;
         signal.name = text(iobuf->name);
@@ -52,7 +55,7 @@ void ResolutionReport::beforeWalk(IBIS_MODEL const& generator)
         auto negative = generator._diffPinMap.find(signal.name + "-");
         if (negative != generator._diffPinMap.end())
             signal.pairPin = negative->second;
-        _signals.push_back(signal);
+        _signals.push_back(std::move(signal));
     }
     _settled.clear();
     ibsSetOutcomeObserver(&ResolutionReport::observe, this);
