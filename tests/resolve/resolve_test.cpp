@@ -100,6 +100,14 @@ TEST_F(Walk, FastSlewOfLvdsAndPciByFamily)
                           {"BIDI", "IO_TYPE:LVDS25 SLEW:FAST", "", "lvc250rxxxaaaaaaaaio"}});
 }
 
+TEST_F(Walk, OutputsReadAsBidirectionalByFamily)
+{
+    std::pair<char const*, char const*> const cases[] = {
+        {"KVAN", "io"}, {"KVZR", "io"}, {"HZU", "io"}, {"KVA3", "ou"}, {"HZU2", "ou"}, {"KVTN", "ou"}};
+    for (auto const& [family, direction] : cases)
+        EXPECT_EQ(keyOf(family, "OUT", "DRIVE:8mA").substr(18), direction) << family;
+}
+
 TEST_F(Walk, VoltageFieldOfTheIoType)
 {
     // Five-character codes show whether the voltage field was written at all.
