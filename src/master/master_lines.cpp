@@ -12,7 +12,7 @@ bool ibsIsComponentLine(std::string_view line)
     std::vector<char> rest = ibsLineBuffer(line);
     std::vector<char> token(rest.size());
     ut_strgettoken(rest.data(), token.data(), " ", 0);
-    ut_strtrim(token.data());
+    // (the component reader trims the token too, which cannot change this)
     return std::strstr(token.data(), "[Component]") != nullptr;
 }
 
