@@ -25,12 +25,6 @@ std::string familyList()
     return list;
 }
 
-void line(std::FILE* stream, std::string const& text)
-{
-    std::fputs(text.c_str(), stream);
-    std::fputc('\n', stream);
-}
-
 } // namespace
 
 std::string shownPath(std::string const& path)
@@ -62,6 +56,38 @@ void Console::attach()
     _attached = true;
 }
 
+void Console::emit(std::FILE* stream, std::string const& text) const
+{
+    if (_holding) {
+        _held.emplace_back(stream, text);
+        return;
+    }
+    if (stream == stderr)
+        std::fflush(stdout);
+    std::fputs(text.c_str(), stream);
+}
+
+void Console::hold(std::function<void()> settle)
+{
+    _holding = true;
+    _settle = std::move(settle);
+}
+
+Console::Held Console::release()
+{
+    _holding = false;
+    _settle = nullptr;
+    Held held;
+    held.swap(_held);
+    return held;
+}
+
+void Console::say(Held const& held) const
+{
+    for (auto const& [stream, text] : held)
+        emit(stream, text);
+}
+
 void Console::progress(std::string const& text) const
 {
     if (!_quiet)
@@ -70,25 +96,26 @@ void Console::progress(std::string const& text) const
 
 void Console::summary(std::string const& text) const
 {
-    std::fputs(text.c_str(), stdout);
+    emit(stdout, text);
     std::fflush(stdout);
 }
 
 void Console::warning(std::string const& text) const
 {
-    std::fflush(stdout);
     line(stderr, "pad2ibis: warning: " + text);
 }
 
 void Console::error(std::string const& text) const
 {
-    std::fflush(stdout);
+    if (_holding && _settle) {
+        std::function<void()> const settle = _settle; // release() drops _settle
+        settle();
+    }
     line(stderr, "pad2ibis: error: " + text);
 }
 
 int Console::findings(std::string const& file, std::vector<ibischeck::Finding> const& findings) const
 {
-    std::fflush(stdout);
     int errors = 0;
     for (ibischeck::Finding const& finding : findings) {
         line(stderr, ibischeck::formatFinding(file, finding));
@@ -110,7 +137,7 @@ void Console::take(IbsOutput const& output, void* self)
     }
     case IBS_OUTPUT_SIGNAL:
         if (console._verbose && !console._quiet)
-            std::fputs(output.text.c_str(), stdout);
+            console.emit(stdout, output.text);
         break;
     case IBS_OUTPUT_SPACING:
         break;

@@ -8,7 +8,10 @@
 // its output sink and said the same way; the files it reports writing are
 // kept for the summary.
 
+#include <cstdio>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "check/ibis_check.h"
@@ -35,6 +38,16 @@ public:
     // "FILE:LINE: error: TEXT" for each; the number of errors among them.
     int findings(std::string const& file, std::vector<ibischeck::Finding> const& findings) const;
 
+    // While the program's check of an input runs beside the generator, what
+    // is said is held back; an error said meanwhile first calls settle,
+    // which ends the holding (release) or the run.
+    void hold(std::function<void()> settle);
+    // Ends the holding: the lines held back, in their order, to be said
+    // with say() or dropped.
+    using Held = std::vector<std::pair<std::FILE*, std::string>>;
+    Held release();
+    void say(Held const& held) const;
+
     // A file that the generator said it wrote, and which one it is.
     struct Written {
         IbsFileRole role;
@@ -46,6 +59,9 @@ public:
 
 private:
     static void take(IbsOutput const& output, void* self);
+    // Says text on stream, or holds it back.
+    void emit(std::FILE* stream, std::string const& text) const;
+    void line(std::FILE* stream, std::string const& text) const { emit(stream, text + "\n"); }
     void report(IbsMessage message, std::vector<std::string> const& args);
 
     bool _quiet, _verbose;
@@ -53,6 +69,9 @@ private:
     std::vector<Written> _written;
     std::string _designFile;
     std::vector<std::string> _inputMoved; // a 1028 waiting for its 1029
+    bool _holding = false;
+    mutable Held _held;
+    std::function<void()> _settle;
 };
 
 // A path as the user would type it: relative to the current directory when

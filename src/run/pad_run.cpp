@@ -256,6 +256,7 @@ private:
     RunOptions const& _options;
     ResolutionReport& _report;
     Console _console;
+    bool _masterChecked = false; // the master scan's findings were said
     std::string _family;
     std::unique_ptr<IBIS_MODEL> _generator;
     MasterScanTask _masterScan;
@@ -270,9 +271,13 @@ int PadRun::run()
     readPadReport();
     IbsDesignPaths const paths = ibsDesignPaths(*_generator, _options.btn);
     checkOutputs(paths);
-    checkMaster();
+    // The generator loads the models and walks the signals while the scan
+    // of the master runs on; what they say waits for the scan's verdict,
+    // and an error of theirs asks for it first.
+    _console.hold([this] { checkMaster(); });
     loadModels();
     resolve();
+    checkMaster();
     readPackage(paths);
     write(paths);
     summarize(paths);
@@ -335,16 +340,23 @@ void PadRun::checkOutputs(IbsDesignPaths const& paths) const
 
 void PadRun::checkMaster()
 {
+    if (_masterChecked)
+        return;
+    _masterChecked = true;
     safety::MasterScan const& scan = _masterScan.result();
     std::vector<ibischeck::Finding> findings = scan.findings;
     std::vector<ibischeck::Finding> const package = safety::packageFindings(scan, _generator->_packageName);
     findings.insert(findings.end(), package.begin(), package.end());
     ibischeck::sortByLine(findings);
+    // What the generator said meanwhile follows the findings, and is not
+    // said when they refuse the master.
+    Console::Held const held = _console.release();
     if (_console.findings(_options.secondPath, findings) > 0) {
         _console.error("the master file " + _options.secondPath +
                        " cannot be read as it stands; nothing was written");
         fail(1);
     }
+    _console.say(held);
 }
 
 void PadRun::loadModels()
