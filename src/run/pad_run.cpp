@@ -17,6 +17,7 @@
 #include "pad/file_names.h"
 #include "pad/pad_lines.h"
 #include "report/resolution_report.h"
+#include "resolve/signal_outcome.h"
 #include "resolve/model_substitute.h"
 #include "run/design_package.h"
 #include "run/run_flows.h"
@@ -398,9 +399,14 @@ void PadRun::resolve()
 {
     if (_options.substituteNearest)
         ibsSetSubstituteChooser(&ibsnearest::nearestSubstitute);
-    _report.beforeWalk(*_generator);
+    // The report follows the walk when one is asked for; the summary reads
+    // each signal's outcome from its record.
+    bool const reported = !_options.reportFile.empty();
+    if (reported)
+        _report.beforeWalk(*_generator);
     _generator->setDesignModels();
-    _report.afterWalk(*_generator);
+    if (reported)
+        _report.afterWalk(*_generator);
 }
 
 void PadRun::readPackage(IbsDesignPaths const& paths)
@@ -477,16 +483,17 @@ void PadRun::summarize(IbsDesignPaths const& paths) const
     }
     console::SignalCounts counts;
     counts.substituting = _options.substituteNearest;
-    for (SignalOutcome const& signal : _report.signals()) {
+    for (IB_IOBUF const* signal : _generator->_iobufs) {
         ++counts.total;
-        int* const counter = signal.outcome == "resolved"      ? &counts.resolved
-                             : signal.outcome == "fallback"    ? &counts.fallback
-                             : signal.outcome == "substituted" ? &counts.substituted
-                             : signal.outcome == "missing"     ? &counts.missing
-                                                               : &counts.none;
+        int const outcome = signal->status;
+        int* const counter = outcome == IBS_OUTCOME_RESOLVED      ? &counts.resolved
+                             : outcome == IBS_OUTCOME_FALLBACK    ? &counts.fallback
+                             : outcome == IBS_OUTCOME_SUBSTITUTED ? &counts.substituted
+                             : outcome == IBS_OUTCOME_MISSING     ? &counts.missing
+                                                                  : &counts.none;
         ++*counter;
-        if (signal.outcome == "missing")
-            counts.missingNames.push_back(signal.name);
+        if (outcome == IBS_OUTCOME_MISSING)
+            counts.missingNames.push_back(signal->name != nullptr ? signal->name : "");
     }
     _console.summary(text + console::signalsSummary(counts));
 }
