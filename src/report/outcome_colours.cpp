@@ -2,7 +2,25 @@
 
 #include <iterator>
 
+#include "report/resolution_report.h"
+
 namespace reportpage {
+
+namespace {
+
+// The colour table names the report's outcomes, in their order.
+constexpr bool sameOutcomes()
+{
+    if (std::size(kOutcomeColours) != std::size(kReportOutcomes))
+        return false;
+    for (std::size_t i = 0; i < std::size(kReportOutcomes); ++i)
+        if (std::string_view(kOutcomeColours[i].outcome) != kReportOutcomes[i])
+            return false;
+    return true;
+}
+static_assert(sameOutcomes(), "kOutcomeColours must list kReportOutcomes in order");
+
+} // namespace
 
 char const* outcomeColour(std::string_view outcome)
 {
