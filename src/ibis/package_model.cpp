@@ -1,7 +1,10 @@
 #include "ibis/package_model.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <new>
+#include <sys/mman.h>
 #include <limits>
 
 #include "ibis/ibis_syntax.h"
@@ -788,21 +791,7 @@ void PackageReduction::term(Matrix matrix, std::size_t row, std::size_t column, 
     if (a > b)
         std::swap(a, b);
     int const m = static_cast<int>(matrix);
-    std::string& texts = _result.texts[m];
-    std::vector<ReducedPackage::Term>& terms = _result.terms[m];
-    if (terms.empty()) {
-        // Room for every term between the kept pins, up to a bound: pages
-        // that are never written take no memory, and the terms are not
-        // moved as they come.
-        std::size_t const kept = _result.pins.size();
-        std::size_t const all = std::min<std::size_t>(kept * (kept + 1) / 2, 1u << 22);
-        terms.reserve(all);
-        texts.reserve(all * 12);
-    }
-    terms.push_back(ReducedPackage::Term{static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(b),
-                                                    value.value, static_cast<std::uint32_t>(texts.size()),
-                                                    static_cast<std::uint32_t>(value.text.size())});
-    texts += value.text;
+    _result.terms[m].put(_result.pins.size(), a, b, value.text, value.value == 0);
     if (a == b) {
         _result.self[a].value[m] = value;
         _result.self[a].known[m] = true;
@@ -849,33 +838,107 @@ void PackageReduction::modelEnds(int /*line*/)
         return;
     _active = false;
     _done = true;
-    // In order of the first pin, put in place run by run (each term is moved
-    // once, into the run of its first pin), then of the second within each
-    // run; terms read twice (a banded row that wraps round) keep the order
-    // read.
-    std::size_t const kept = _result.pins.size();
-    for (auto& terms : _result.terms) {
-        std::vector<std::size_t> start(kept + 1, 0);
-        for (ReducedPackage::Term const& term : terms)
-            ++start[term.a + 1];
-        for (std::size_t a = 0; a < kept; ++a)
-            start[a + 1] += start[a];
-        std::vector<std::size_t> next(start.begin(), start.end() - 1);
-        for (std::size_t a = 0; a < kept; ++a) {
-            while (next[a] < start[a + 1]) {
-                ReducedPackage::Term& here = terms[next[a]];
-                if (here.a == a)
-                    ++next[a];
-                else
-                    std::swap(here, terms[next[here.a]++]);
-            }
-            std::sort(terms.begin() + static_cast<std::ptrdiff_t>(start[a]),
-                      terms.begin() + static_cast<std::ptrdiff_t>(start[a + 1]),
-                      [](ReducedPackage::Term const& x, ReducedPackage::Term const& y) {
-                          return x.b != y.b ? x.b < y.b : x.textAt < y.textAt;
-                      });
-        }
+}
+
+TermTable::TermTable(TermTable&& other) noexcept
+    : _places(other._places), _mapped(other._mapped), _mappedBytes(other._mappedBytes), _kept(other._kept),
+      _held(other._held), _long(std::move(other._long))
+{
+    other._places = nullptr;
+    other._mapped = nullptr;
+    other._mappedBytes = other._kept = other._held = 0;
+}
+
+TermTable& TermTable::operator=(TermTable&& other) noexcept
+{
+    if (this != &other) {
+        release();
+        std::swap(_places, other._places);
+        std::swap(_mapped, other._mapped);
+        std::swap(_mappedBytes, other._mappedBytes);
+        std::swap(_kept, other._kept);
+        std::swap(_held, other._held);
+        _long = std::move(other._long);
     }
+    return *this;
+}
+
+TermTable::~TermTable()
+{
+    release();
+}
+
+void TermTable::take(std::size_t kept)
+{
+    _kept = kept;
+    std::size_t const bytes = kept * (kept + 1) / 2 * sizeof(Term);
+    // A large table goes into anonymous pages, zero and taking memory only
+    // once written, and in large pages where the system offers them: a 2 MB
+    // run of places is then one fault instead of 512.
+    std::size_t constexpr kLarge = std::size_t(2) << 20;
+    if (bytes < kLarge) {
+        _places = static_cast<Term*>(std::calloc(bytes, 1));
+        if (_places == nullptr)
+            throw std::bad_alloc();
+        return;
+    }
+    std::size_t const whole = (bytes + kLarge - 1) / kLarge * kLarge;
+    _mappedBytes = whole + kLarge; // room to start on a large page
+    _mapped = ::mmap(nullptr, _mappedBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (_mapped == MAP_FAILED) {
+        _mapped = nullptr;
+        throw std::bad_alloc();
+    }
+    auto const start = (reinterpret_cast<std::uintptr_t>(_mapped) + kLarge - 1) / kLarge * kLarge;
+    _places = reinterpret_cast<Term*>(start);
+#ifdef MADV_HUGEPAGE
+    ::madvise(_places, whole, MADV_HUGEPAGE);
+#endif
+}
+
+void TermTable::release()
+{
+    if (_mapped != nullptr)
+        ::munmap(_mapped, _mappedBytes);
+    else
+        std::free(_places);
+    _places = nullptr;
+    _mapped = nullptr;
+    _mappedBytes = _kept = _held = 0;
+}
+
+std::string_view TermTable::text(Term const& term) const
+{
+    if (!term.lies)
+        return std::string_view(term.text, term.size);
+    std::uint64_t at = 0;
+    std::uint32_t size = 0;
+    std::memcpy(&at, term.text, sizeof at);
+    std::memcpy(&size, term.text + sizeof at, sizeof size);
+    return std::string_view(_long).substr(at, size);
+}
+
+void TermTable::put(std::size_t kept, std::size_t a, std::size_t b, std::string_view text, bool zero)
+{
+    if (_places == nullptr)
+        take(kept);
+    Term& term = _places[place(a, b)];
+    if (term.held)
+        return;
+    term.held = 1;
+    term.zero = zero ? 1 : 0;
+    ++_held;
+    if (text.size() <= kShort) {
+        std::memcpy(term.text, text.data(), text.size());
+        term.size = static_cast<std::uint8_t>(text.size());
+        return;
+    }
+    term.lies = 1;
+    std::uint64_t const at = _long.size();
+    std::uint32_t const size = static_cast<std::uint32_t>(text.size());
+    std::memcpy(term.text, &at, sizeof at);
+    std::memcpy(term.text + sizeof at, &size, sizeof size);
+    _long += text;
 }
 
 bool readReducedPackage(std::istream& in, std::string const& name, std::vector<std::string> const& pins,

@@ -21,6 +21,7 @@
 #include <cstdint>
 #include <istream>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -226,6 +227,58 @@ bool readPackageModels(std::istream& in, PackageSink& sink);
 // The names of the package models that the stream defines.
 std::vector<std::string> packageModelNames(std::istream& in);
 
+// The terms of one matrix between the kept pins of a reduced package
+// model: a place for each pair a <= b of kept positions, row by row (the
+// upper triangle), so that a term lands where the design's order puts it,
+// whatever the package's order. A pair read twice (a banded row that wraps
+// round) keeps the term read first. A place holds its term's text when it
+// is short, as numbers are; a longer text lies behind the places. Placing
+// the terms costs less than touching fresh pages for them: a large table
+// is taken in large pages where the system offers them.
+class TermTable {
+public:
+    static constexpr std::size_t kShort = 14; // a longer text lies behind the places
+    struct Term {
+        char text[kShort]; // the text; for a longer one, where it lies and its size
+        std::uint8_t size; // of a short text
+        std::uint8_t held : 1; // a term was read for the pair
+        std::uint8_t zero : 1; // its value is 0
+        std::uint8_t lies : 1; // the text lies behind the places
+    };
+    static_assert(sizeof(Term) == 16, "a place takes 16 bytes");
+
+    TermTable() = default;
+    TermTable(TermTable&& other) noexcept;
+    TermTable& operator=(TermTable&& other) noexcept;
+    ~TermTable();
+
+    bool empty() const { return _held == 0; }
+    std::size_t held() const { return _held; }
+    // The term of kept positions a <= b, or nullptr.
+    Term const* find(std::size_t a, std::size_t b) const
+    {
+        if (_places == nullptr)
+            return nullptr;
+        Term const& term = _places[place(a, b)];
+        return term.held ? &term : nullptr;
+    }
+    std::string_view text(Term const& term) const;
+    // Takes the term of a <= b unless the pair has one; `kept` is the number
+    // of kept pins, the same for every term of the table.
+    void put(std::size_t kept, std::size_t a, std::size_t b, std::string_view text, bool zero);
+
+private:
+    std::size_t place(std::size_t a, std::size_t b) const { return a * _kept - a * (a - 1) / 2 + (b - a); }
+    void take(std::size_t kept); // the places for `kept` pins
+    void release();
+
+    Term* _places = nullptr;
+    void* _mapped = nullptr; // the pages that hold a large table's places
+    std::size_t _mappedBytes = 0;
+    std::size_t _kept = 0, _held = 0;
+    std::string _long; // the texts too long for their place
+};
+
 // A package model cut down to some of its pins, for a design that uses
 // those pins only: each kept pin's self terms, and every term of the
 // matrices between two kept pins. Memory grows with the kept pins (and
@@ -248,20 +301,9 @@ struct ReducedPackage {
     };
     std::vector<Self> self;
 
-    // A term between kept pins a <= b (positions in `pins`), self terms
-    // among them; in order of a, then b. Its text as written lies in the
-    // matrix's `texts`, so that a term takes 24 bytes whatever its text.
-    struct Term {
-        std::uint32_t a = 0, b = 0;
-        double value = 0;
-        std::uint32_t textAt = 0, textSize = 0;
-    };
-    std::vector<Term> terms[kMatrices];
-    std::string texts[kMatrices];
-    std::string_view text(Matrix matrix, Term const& term) const
-    {
-        return std::string_view(texts[static_cast<int>(matrix)]).substr(term.textAt, term.textSize);
-    }
+    // Each matrix's terms between kept pins, self terms among them, by their
+    // positions in `pins`, with their text as written.
+    TermTable terms[kMatrices];
     // The section form: each kept pin's path as written.
     std::vector<std::vector<PathSection>> paths;
 };

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <sys/stat.h>
 
 #include "ibis/ibis_number.h"
@@ -71,11 +72,34 @@ std::string padded(std::string const& text, std::size_t width)
     return text.size() < width ? text + std::string(width - text.size(), ' ') : text + " ";
 }
 
-// Adds a line and its LF.
-void put(std::string& text, std::string const& line)
+// Lines on their way to a stream, gathered into pieces of some 64 KB.
+class Lines {
+public:
+    explicit Lines(std::ostream& out) : _out(out) { _piece.reserve(kPiece + 256); }
+    ~Lines() { flush(); }
+    // Adds a line and its LF.
+    void put(std::string_view line)
+    {
+        _piece += line;
+        _piece += '\n';
+        if (_piece.size() >= kPiece)
+            flush();
+    }
+
+private:
+    static constexpr std::size_t kPiece = 64 * 1024;
+    void flush()
+    {
+        _out.write(_piece.data(), static_cast<std::streamsize>(_piece.size()));
+        _piece.clear();
+    }
+    std::ostream& _out;
+    std::string _piece;
+};
+
+void put(Lines& lines, std::string_view line)
 {
-    text += line;
-    text += '\n';
+    lines.put(line);
 }
 
 std::string termText(PackageValue const& value)
@@ -83,51 +107,47 @@ std::string termText(PackageValue const& value)
     return value.text.empty() ? pinValueText(value, "") : value.text;
 }
 
-// One matrix of the design's pins: `terms` in order of their first pin, then
-// their second (positions in reduced.pins), each pair once where it was read
-// twice; `listed`: the pins that the model lists.
-void matrixLines(std::string& lines, Matrix matrix, ReducedPackage const& reduced, std::vector<std::size_t> const& listed)
+// One matrix of the design's pins, row by row in the design's order;
+// `listed`: the pins that the model lists.
+void matrixLines(Lines& lines, Matrix matrix, ReducedPackage const& reduced, std::vector<std::size_t> const& listed)
 {
-    std::vector<ReducedPackage::Term> const& terms = reduced.terms[static_cast<int>(matrix)];
-    auto twice = [&](std::size_t i) { return i > 0 && terms[i - 1].a == terms[i].a && terms[i - 1].b == terms[i].b; };
-    std::size_t unique = 0;
-    for (std::size_t i = 0; i < terms.size(); ++i)
-        unique += twice(i) ? 0 : 1;
+    ibis::TermTable const& terms = reduced.terms[static_cast<int>(matrix)];
     std::size_t const n = listed.size();
-    bool const full = unique == n * (n + 1) / 2;
+    bool const full = terms.held() == n * (n + 1) / 2;
     put(lines, padded(ibis::matrixKeyword(matrix), 24) + (full ? "Full_matrix" : "Sparse_matrix"));
-    std::size_t row = reduced.pins.size();
+    std::size_t const kept = reduced.pins.size();
     std::string line;
-    auto flush = [&] {
+    for (std::size_t a = 0; a < kept; ++a) {
+        bool rowHead = false;
+        for (std::size_t b = a; b < kept; ++b) {
+            ibis::TermTable::Term const* const term = terms.find(a, b);
+            // A sparse row leaves out what is zero.
+            if (term == nullptr || (!full && a != b && term->zero))
+                continue;
+            if (!rowHead) {
+                put(lines, "[Row]  " + reduced.pins[a]);
+                rowHead = true;
+            }
+            std::string_view const text = terms.text(*term);
+            if (!full) {
+                put(lines, padded(reduced.pins[b], 6) + " " + std::string(text));
+                continue;
+            }
+            if (!line.empty() && line.size() + 1 + text.size() > 100) {
+                put(lines, line);
+                line.clear();
+            }
+            if (!line.empty())
+                line += ' ';
+            line += text;
+        }
         if (!line.empty())
             put(lines, line);
         line.clear();
-    };
-    for (std::size_t i = 0; i < terms.size(); ++i) {
-        ReducedPackage::Term const& term = terms[i];
-        // A sparse row leaves out what is zero.
-        if (twice(i) || (!full && term.a != term.b && term.value == 0))
-            continue;
-        if (term.a != row) {
-            flush();
-            row = term.a;
-            put(lines, "[Row]  " + reduced.pins[term.a]);
-        }
-        std::string_view const text = reduced.text(matrix, term);
-        if (!full) {
-            put(lines, padded(reduced.pins[term.b], 6) + " " + std::string(text));
-            continue;
-        }
-        if (!line.empty() && line.size() + 1 + text.size() > 100)
-            flush();
-        if (!line.empty())
-            line += ' ';
-        line += text;
     }
-    flush();
 }
 
-void pathLines(std::string& lines, std::string const& pin, std::vector<ibis::PathSection> const& path)
+void pathLines(Lines& lines, std::string const& pin, std::vector<ibis::PathSection> const& path)
 {
     std::string const indent(std::max<std::size_t>(pin.size() + 1, 6), ' ');
     bool first = true;
@@ -201,14 +221,19 @@ std::string pinValueText(PackageValue const& value, char const* unit)
 
 std::string defineText(ReducedPackage const& reduced)
 {
+    std::ostringstream text;
+    writeDefineText(reduced, text);
+    return text.str();
+}
+
+void writeDefineText(ReducedPackage const& reduced, std::ostream& out)
+{
     std::vector<std::size_t> listed; // kept positions of the pins the model lists
     for (std::size_t p = 0; p < reduced.pins.size(); ++p)
         if (reduced.found[p]) {
             listed.push_back(p);
         }
-    std::string lines;
-    lines.reserve(4096 + reduced.pins.size() * 16 + (reduced.texts[0].size() + reduced.texts[1].size() +
-                                                      reduced.texts[2].size()) * 2);
+    Lines lines(out);
     put(lines, padded("[Define Package Model]", 24) + reduced.name);
     char const* const heads[] = {"[Manufacturer]", "[OEM]", "[Description]"};
     std::string const* const texts[] = {&reduced.manufacturer, &reduced.oem, &reduced.description};
@@ -240,7 +265,6 @@ std::string defineText(ReducedPackage const& reduced)
         put(lines, "[End Model Data]");
     }
     put(lines, "[End Package Model]");
-    return lines;
 }
 
 bool readDesignPackage(std::string const& besidePath, std::string const& masterPath,
@@ -285,6 +309,6 @@ bool readDesignPackage(std::string const& besidePath, std::string const& masterP
             IbsPinParasitics{text(Matrix::Resistance, ""), text(Matrix::Inductance, "H"), text(Matrix::Capacitance, "F")};
     }
     if (out.covered > 0)
-        out.defineText = defineText(reduced);
+        out.reduced = std::make_shared<ReducedPackage const>(std::move(reduced));
     return true;
 }

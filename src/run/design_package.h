@@ -7,6 +7,8 @@
 // and C_pin, and a [Define Package Model] of the design's pins alone.
 
 #include <map>
+#include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -32,7 +34,9 @@ struct DesignPackage {
     std::vector<std::string> lacking;          // design pins the model does not list
     std::size_t covered = 0;                   // design pins it lists
     std::map<std::string, IbsPinParasitics> values; // per design pin it lists
-    std::string defineText; // [Define Package Model] ... [End Package Model], each line with its LF
+    // The model reduced to the design's pins, for the design file's
+    // [Define Package Model]; null when it lists none of them.
+    std::shared_ptr<ibis::ReducedPackage const> reduced;
 };
 
 // Reads the package model for the design's pins (rowPins: the pins of the
@@ -51,6 +55,8 @@ std::string pinValueText(ibis::PackageValue const& value, char const* unit);
 // pins that it lists in [Pin] order, and every term between two of them
 // (Full_matrix where the matrix has them all, Sparse_matrix otherwise), or
 // each pin's path in the section form.
+// Written to `out` in pieces of some 64 KB as composed, or as one text.
+void writeDefineText(ibis::ReducedPackage const& reduced, std::ostream& out);
 std::string defineText(ibis::ReducedPackage const& reduced);
 
 // "A1, B2, C3 and 4 more".

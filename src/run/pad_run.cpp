@@ -96,9 +96,9 @@ bool takeDesignPackage(RunOptions const& options, IBIS_MODEL const& generator, I
     IbsDesignFileOptions designFile = ibsDesignFileOptions();
     if (options.pinParasitics)
         designFile.pinParasitics = package.values;
-    if (options.packageModel && !package.defineText.empty()) {
+    if (options.packageModel && package.reduced) {
         designFile.packageModel = package.name;
-        designFile.packageModelText = std::move(package.defineText);
+        designFile.packageModelText = [reduced = package.reduced](std::ostream& out) { writeDefineText(*reduced, out); };
     }
     ibsSetDesignFileOptions(std::move(designFile));
     report.setPinParasitics(package.values);

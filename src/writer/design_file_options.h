@@ -16,7 +16,9 @@
 // defaults write the design file byte for byte as it is written without
 // this seam.
 
+#include <functional>
 #include <map>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -54,10 +56,11 @@ struct IbsDesignFileOptions {
     // The name on a "[Package Model]" line behind the [Pin] rows; empty: no
     // such line.
     std::string packageModel = "";
-    // Text written between "| End [Component]" and "[End]": whole lines,
-    // each with its LF ("[Define Package Model] NAME" ... "[End Package
-    // Model]").
-    std::string packageModelText = "";
+    // Writes, between "| End [Component]" and "[End]", whole lines, each
+    // with its LF ("[Define Package Model] NAME" ... "[End Package Model]");
+    // empty: nothing. A model of many pins runs to megabytes, so it goes
+    // out as it is composed rather than as one text.
+    std::function<void(std::ostream&)> packageModelText = {};
 };
 
 // Takes the options for the design files written from now on.

@@ -67,7 +67,8 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
     _designStream << "| End [Component]\n";
     // A package model that the host gives the design file stands behind the
     // component.
-    _designStream << ibsDesignFileOptions().packageModelText;
+    if (ibsDesignFileOptions().packageModelText)
+        ibsDesignFileOptions().packageModelText(_designStream);
     _designStream << "[End]\n";
     _designStream.close();
 

@@ -14,6 +14,17 @@ namespace {
 
 using S = std::string;
 
+// A matrix's terms as "a,b=text", in the order the design file takes them.
+std::vector<S> termList(ibis::ReducedPackage const& reduced, int m)
+{
+    std::vector<S> terms;
+    for (std::size_t a = 0; a < reduced.pins.size(); ++a)
+        for (std::size_t b = a; b < reduced.pins.size(); ++b)
+            if (auto const* t = reduced.terms[m].find(a, b))
+                terms.push_back(std::to_string(a) + "," + std::to_string(b) + "=" + S(reduced.terms[m].text(*t)));
+    return terms;
+}
+
 // Every fact as one line of text, in the order the reader gives them.
 struct Recorder : ibis::PackageSink {
     std::vector<S> facts;
@@ -153,9 +164,7 @@ TEST(PackageModel, ReductionToSomePins)
     S error;
     ASSERT_TRUE(ibis::readReducedPackage(in, "", {"P4", "P2", "P5", "Q1"}, reduced, error)) << error;
     EXPECT_EQ(reduced.name, "P5");
-    std::vector<S> terms;
-    for (auto const& t : reduced.terms[1])
-        terms.push_back(std::to_string(t.a) + "," + std::to_string(t.b) + "=" + S(reduced.text(ibis::Matrix::Inductance, t)));
+    std::vector<S> const terms = termList(reduced, 1);
     // P4-P2 (2.4n), P4-P5 (4.5n); P2-P5 lies outside the band.
     EXPECT_EQ(terms, (std::vector<S>{"0,0=4.4n", "0,1=2.4n", "0,2=4.5n", "1,1=2.2n", "2,2=5.5n"}));
     EXPECT_EQ(reduced.self[1].value[1].text, "2.2n");
@@ -193,9 +202,8 @@ TEST(PackageModel, ReductionReadsOnlyTheKeptPins)
     ASSERT_TRUE(reduce(head + inductance + capacitance, reduced, error)) << error;
     std::vector<S> terms;
     for (int m = 1; m < ibis::kMatrices; ++m)
-        for (auto const& t : reduced.terms[m])
-            terms.push_back(std::to_string(t.a) + "," + std::to_string(t.b) + "=" +
-                            S(reduced.text(static_cast<ibis::Matrix>(m), t)));
+        for (S const& term : termList(reduced, m))
+            terms.push_back(term);
     EXPECT_EQ(terms, (std::vector<S>{"0,0=6n", "0,1=0.26n", "1,1=2n", "0,0=6p", "0,1=0.62p", "1,1=2p"}));
 
     // A fault in what is read keeps its line behind the rows stepped over.
@@ -207,6 +215,54 @@ TEST(PackageModel, ReductionReadsOnlyTheKeptPins)
     broken.replace(broken.find("[Row] P6\n6n\n"), 12, "[Row] P6\n6n 1n\n");
     EXPECT_FALSE(reduce(head + broken + capacitance, reduced, error));
     EXPECT_EQ(error.substr(0, 49), "line 28: [Inductance Matrix] row P6 holds more th");
+}
+
+// A design of many pins: every term lands where the design's order puts it,
+// texts of any length kept as written, and the first of a pair read twice.
+TEST(PackageModel, ReductionOfManyPinsInTheDesignsOrder)
+{
+    std::size_t const n = 600; // a table of some 2.9 MB
+    S text = "[Define Package Model] Big\n[Manufacturer] m\n[OEM] o\n[Description] d\n[Number Of Pins] " +
+             std::to_string(n) + "\n[Pin Numbers]\n";
+    for (std::size_t i = 0; i < n; ++i)
+        text += "P" + std::to_string(i) + "\n";
+    text += "[Model Data]\n[Inductance Matrix] Full_matrix\n";
+    auto term = [](std::size_t i, std::size_t j) {
+        // Some texts are longer than a place holds.
+        return std::to_string(i + 1) + "." + std::to_string(j) + ((i + j) % 7 == 0 ? "000000000000000n" : "n");
+    };
+    for (std::size_t i = 0; i < n; ++i) {
+        text += "[Row] P" + std::to_string(i) + "\n";
+        for (std::size_t j = i; j < n; ++j)
+            text += term(i, j) + ((j - i) % 10 == 9 ? "\n" : " ");
+        text += "\n";
+    }
+    text += "[Capacitance Matrix] Banded_matrix\n[Bandwidth] 1\n";
+    for (std::size_t i = 0; i < n; ++i)
+        text += "[Row] P" + std::to_string(i) + "\n" + std::to_string(i + 1) + "p" + (i + 1 < n ? " 0.1p\n" : "\n");
+    text += "[End Model Data]\n[End Package Model]\n";
+    std::vector<S> pins; // the package's pins backwards, P599 first
+    for (std::size_t i = n; i-- > 0;)
+        pins.push_back("P" + std::to_string(i));
+    std::istringstream in(text);
+    ibis::ReducedPackage reduced;
+    S error;
+    ASSERT_TRUE(ibis::readReducedPackage(in, "", pins, reduced, error)) << error;
+    ibis::TermTable const& l = reduced.terms[1];
+    EXPECT_EQ(l.held(), n * (n + 1) / 2);
+    for (std::size_t a = 0; a < n; a += 37)
+        for (std::size_t b = a; b < n; b += 41) {
+            auto const* t = l.find(a, b);
+            ASSERT_NE(t, nullptr) << a << "," << b;
+            EXPECT_EQ(S(l.text(*t)), term(n - 1 - b, n - 1 - a));
+        }
+    ibis::TermTable const& c = reduced.terms[2];
+    EXPECT_EQ(c.held(), n + (n - 1));
+    EXPECT_EQ(S(c.text(*c.find(0, 0))), "600p");
+    EXPECT_EQ(S(c.text(*c.find(0, 1))), "0.1p");
+    EXPECT_EQ(c.find(0, 2), nullptr);
+    EXPECT_TRUE(reduced.terms[0].empty());
+    EXPECT_EQ(reduced.terms[0].find(0, 0), nullptr);
 }
 
 TEST(PackageModel, ProblemsWithTheirLines)
