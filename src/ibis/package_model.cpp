@@ -1,11 +1,13 @@
 #include "ibis/package_model.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <new>
-#include <sys/mman.h>
 #include <limits>
+#include <new>
+
+#include <sys/mman.h>
 
 #include "ibis/ibis_syntax.h"
 #include "ibis/model_reader.h"
@@ -840,34 +842,6 @@ void PackageReduction::modelEnds(int /*line*/)
     _done = true;
 }
 
-TermTable::TermTable(TermTable&& other) noexcept
-    : _places(other._places), _mapped(other._mapped), _mappedBytes(other._mappedBytes), _kept(other._kept),
-      _held(other._held), _long(std::move(other._long))
-{
-    other._places = nullptr;
-    other._mapped = nullptr;
-    other._mappedBytes = other._kept = other._held = 0;
-}
-
-TermTable& TermTable::operator=(TermTable&& other) noexcept
-{
-    if (this != &other) {
-        release();
-        std::swap(_places, other._places);
-        std::swap(_mapped, other._mapped);
-        std::swap(_mappedBytes, other._mappedBytes);
-        std::swap(_kept, other._kept);
-        std::swap(_held, other._held);
-        _long = std::move(other._long);
-    }
-    return *this;
-}
-
-TermTable::~TermTable()
-{
-    release();
-}
-
 void TermTable::take(std::size_t kept)
 {
     _kept = kept;
@@ -877,34 +851,30 @@ void TermTable::take(std::size_t kept)
     // run of places is then one fault instead of 512.
     std::size_t constexpr kLarge = std::size_t(2) << 20;
     if (bytes < kLarge) {
-        _places = static_cast<Term*>(std::calloc(bytes, 1));
-        if (_places == nullptr)
+        _places.reset(static_cast<Term*>(std::calloc(bytes, 1)));
+        if (!_places)
             throw std::bad_alloc();
         return;
     }
     std::size_t const whole = (bytes + kLarge - 1) / kLarge * kLarge;
-    _mappedBytes = whole + kLarge; // room to start on a large page
-    _mapped = ::mmap(nullptr, _mappedBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (_mapped == MAP_FAILED) {
-        _mapped = nullptr;
+    std::size_t const mapped = whole + kLarge; // room to start on a large page
+    void* const pages = ::mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (pages == MAP_FAILED)
         throw std::bad_alloc();
-    }
-    auto const start = (reinterpret_cast<std::uintptr_t>(_mapped) + kLarge - 1) / kLarge * kLarge;
-    _places = reinterpret_cast<Term*>(start);
+    auto const base = reinterpret_cast<std::uintptr_t>(pages);
+    std::size_t const ahead = (base + kLarge - 1) / kLarge * kLarge - base;
+    _places = std::unique_ptr<Term[], TablePages>(reinterpret_cast<Term*>(base + ahead), TablePages{mapped, ahead});
 #ifdef MADV_HUGEPAGE
-    ::madvise(_places, whole, MADV_HUGEPAGE);
+    ::madvise(_places.get(), whole, MADV_HUGEPAGE);
 #endif
 }
 
-void TermTable::release()
+void TablePages::operator()(void* places) const
 {
-    if (_mapped != nullptr)
-        ::munmap(_mapped, _mappedBytes);
+    if (mapped == 0)
+        std::free(places);
     else
-        std::free(_places);
-    _places = nullptr;
-    _mapped = nullptr;
-    _mappedBytes = _kept = _held = 0;
+        ::munmap(static_cast<char*>(places) - ahead, mapped);
 }
 
 std::string_view TermTable::text(Term const& term) const
@@ -920,7 +890,7 @@ std::string_view TermTable::text(Term const& term) const
 
 void TermTable::put(std::size_t kept, std::size_t a, std::size_t b, std::string_view text, bool zero)
 {
-    if (_places == nullptr)
+    if (!_places)
         take(kept);
     Term& term = _places[place(a, b)];
     if (term.held)

@@ -20,6 +20,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <istream>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -227,6 +228,13 @@ bool readPackageModels(std::istream& in, PackageSink& sink);
 // The names of the package models that the stream defines.
 std::vector<std::string> packageModelNames(std::istream& in);
 
+// Gives a table's places back: a large table's pages to the system.
+struct TablePages {
+    std::size_t mapped = 0; // bytes of the pages (0: taken with calloc)
+    std::size_t ahead = 0;  // of them ahead of the places
+    void operator()(void* places) const;
+};
+
 // The terms of one matrix between the kept pins of a reduced package
 // model: a place for each pair a <= b of kept positions, row by row (the
 // upper triangle), so that a term lands where the design's order puts it,
@@ -247,17 +255,12 @@ public:
     };
     static_assert(sizeof(Term) == 16, "a place takes 16 bytes");
 
-    TermTable() = default;
-    TermTable(TermTable&& other) noexcept;
-    TermTable& operator=(TermTable&& other) noexcept;
-    ~TermTable();
-
     bool empty() const { return _held == 0; }
     std::size_t held() const { return _held; }
     // The term of kept positions a <= b, or nullptr.
     Term const* find(std::size_t a, std::size_t b) const
     {
-        if (_places == nullptr)
+        if (!_places)
             return nullptr;
         Term const& term = _places[place(a, b)];
         return term.held ? &term : nullptr;
@@ -270,11 +273,8 @@ public:
 private:
     std::size_t place(std::size_t a, std::size_t b) const { return a * _kept - a * (a - 1) / 2 + (b - a); }
     void take(std::size_t kept); // the places for `kept` pins
-    void release();
 
-    Term* _places = nullptr;
-    void* _mapped = nullptr; // the pages that hold a large table's places
-    std::size_t _mappedBytes = 0;
+    std::unique_ptr<Term[], TablePages> _places;
     std::size_t _kept = 0, _held = 0;
     std::string _long; // the texts too long for their place
 };

@@ -97,11 +97,6 @@ private:
     std::string _piece;
 };
 
-void put(Lines& lines, std::string_view line)
-{
-    lines.put(line);
-}
-
 std::string termText(PackageValue const& value)
 {
     return value.text.empty() ? pinValueText(value, "") : value.text;
@@ -114,7 +109,7 @@ void matrixLines(Lines& lines, Matrix matrix, ReducedPackage const& reduced, std
     ibis::TermTable const& terms = reduced.terms[static_cast<int>(matrix)];
     std::size_t const n = listed.size();
     bool const full = terms.held() == n * (n + 1) / 2;
-    put(lines, padded(ibis::matrixKeyword(matrix), 24) + (full ? "Full_matrix" : "Sparse_matrix"));
+    lines.put(padded(ibis::matrixKeyword(matrix), 24) + (full ? "Full_matrix" : "Sparse_matrix"));
     std::size_t const kept = reduced.pins.size();
     std::string line;
     for (std::size_t a = 0; a < kept; ++a) {
@@ -125,16 +120,16 @@ void matrixLines(Lines& lines, Matrix matrix, ReducedPackage const& reduced, std
             if (term == nullptr || (!full && a != b && term->zero))
                 continue;
             if (!rowHead) {
-                put(lines, "[Row]  " + reduced.pins[a]);
+                lines.put("[Row]  " + reduced.pins[a]);
                 rowHead = true;
             }
             std::string_view const text = terms.text(*term);
             if (!full) {
-                put(lines, padded(reduced.pins[b], 6) + " " + std::string(text));
+                lines.put(padded(reduced.pins[b], 6) + " " + std::string(text));
                 continue;
             }
             if (!line.empty() && line.size() + 1 + text.size() > 100) {
-                put(lines, line);
+                lines.put(line);
                 line.clear();
             }
             if (!line.empty())
@@ -142,7 +137,7 @@ void matrixLines(Lines& lines, Matrix matrix, ReducedPackage const& reduced, std
             line += text;
         }
         if (!line.empty())
-            put(lines, line);
+            lines.put(line);
         line.clear();
     }
 }
@@ -152,7 +147,7 @@ void pathLines(Lines& lines, std::string const& pin, std::vector<ibis::PathSecti
     std::string const indent(std::max<std::size_t>(pin.size() + 1, 6), ' ');
     bool first = true;
     auto add = [&](std::string const& text) {
-        put(lines, (first ? padded(pin, indent.size()) : indent) + text);
+        lines.put((first ? padded(pin, indent.size()) : indent) + text);
         first = false;
     };
     int depth = 0;
@@ -234,37 +229,37 @@ void writeDefineText(ReducedPackage const& reduced, std::ostream& out)
             listed.push_back(p);
         }
     Lines lines(out);
-    put(lines, padded("[Define Package Model]", 24) + reduced.name);
+    lines.put(padded("[Define Package Model]", 24) + reduced.name);
     char const* const heads[] = {"[Manufacturer]", "[OEM]", "[Description]"};
     std::string const* const texts[] = {&reduced.manufacturer, &reduced.oem, &reduced.description};
     for (int h = 0; h < 3; ++h)
         if (!texts[h]->empty())
-            put(lines, padded(heads[h], 24) + printable(*texts[h]));
+            lines.put(padded(heads[h], 24) + printable(*texts[h]));
     if (reduced.sectionForm) {
         std::size_t sections = reduced.sections;
         for (std::size_t p : listed)
             sections = std::max(sections, reduced.paths[p].size());
-        put(lines, padded("[Number Of Sections]", 24) + std::to_string(sections));
+        lines.put(padded("[Number Of Sections]", 24) + std::to_string(sections));
     }
-    put(lines, padded("[Number Of Pins]", 24) + std::to_string(listed.size()));
-    put(lines, "[Pin Numbers]");
+    lines.put(padded("[Number Of Pins]", 24) + std::to_string(listed.size()));
+    lines.put("[Pin Numbers]");
     for (std::size_t p : listed) {
         if (reduced.sectionForm)
             pathLines(lines, reduced.pins[p], reduced.paths[p]);
         else
-            put(lines, reduced.pins[p]);
+            lines.put(reduced.pins[p]);
     }
     if (!reduced.sectionForm) {
-        put(lines, "[Model Data]");
-        put(lines, "| The terms between the design's " + std::to_string(listed.size()) + " pins");
+        lines.put("[Model Data]");
+        lines.put("| The terms between the design's " + std::to_string(listed.size()) + " pins");
         for (int m = 0; m < ibis::kMatrices; ++m) {
             if (reduced.terms[m].empty())
                 continue; // only [Resistance Matrix] may be left out, and a model read whole has the others
             matrixLines(lines, static_cast<Matrix>(m), reduced, listed);
         }
-        put(lines, "[End Model Data]");
+        lines.put("[End Model Data]");
     }
-    put(lines, "[End Package Model]");
+    lines.put("[End Package Model]");
 }
 
 bool readDesignPackage(std::string const& besidePath, std::string const& masterPath,
