@@ -350,6 +350,10 @@ TEST(PackageModel, SectionProblems)
         {"A1 Len=0 L=x /\n", {"8: ! section value \"x\" is not a number"}},
         {"A1 Len=0 L=1n / Len=0 C=1p /\n", {"8: ! the path of pin A1 has 2 sections; [Number Of Sections] says 1"}},
         {"A1 Fork Len=0 C=1p /\n", {"8: ! Fork in the path of pin A1 has no Endfork"}},
+        {"A1 Len=0 L=1n / Endfork\n", {"8: ! Endfork in the path of pin A1 has no Fork"}},
+        // Any keyword ends the pin list and its last path: what follows is
+        // no pin of it.
+        {"A1 Len=0 L=1n\n[OEM] p\nB1 Len=0 L=1n /\n", {"8: ! a section of pin A1 has no closing \"/\""}},
         {"A1\n", {"8: ! pin A1 has no sections"}},
         // A word without "=" spoils its section alone, up to the "/".
         {"A1 Len=0 R 0.1 /\n", {"8: ! \"R\" in the path of pin A1 is not written NAME=VALUE"}},
