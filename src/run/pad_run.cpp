@@ -98,7 +98,9 @@ bool takeDesignPackage(RunOptions const& options, IBIS_MODEL const& generator, I
         designFile.pinParasitics = package.values;
     if (options.packageModel && package.reduced) {
         designFile.packageModel = package.name;
-        designFile.packageModelText = [reduced = package.reduced](std::ostream& out) { writeDefineText(*reduced, out); };
+        designFile.writePackageModel = [reduced = package.reduced](std::ostream& out) {
+            writeDefineText(*reduced, out);
+        };
     }
     ibsSetDesignFileOptions(std::move(designFile));
     report.setPinParasitics(package.values);

@@ -60,7 +60,7 @@ struct IbsDesignFileOptions {
     // with its LF ("[Define Package Model] NAME" ... "[End Package Model]");
     // empty: nothing. A model of many pins runs to megabytes, so it goes
     // out as it is composed rather than as one text.
-    std::function<void(std::ostream&)> packageModelText = {};
+    std::function<void(std::ostream&)> writePackageModel = {};
 };
 
 // Takes the options for the design files written from now on.

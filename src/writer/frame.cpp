@@ -67,8 +67,8 @@ bool IBIS_MODEL::writeIbisModels(int btnCount)
     _designStream << "| End [Component]\n";
     // A package model that the host gives the design file stands behind the
     // component.
-    if (ibsDesignFileOptions().packageModelText)
-        ibsDesignFileOptions().packageModelText(_designStream);
+    if (ibsDesignFileOptions().writePackageModel)
+        ibsDesignFileOptions().writePackageModel(_designStream);
     _designStream << "[End]\n";
     _designStream.close();
 
