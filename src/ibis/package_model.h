@@ -281,8 +281,9 @@ private:
 
 // A package model cut down to some of its pins, for a design that uses
 // those pins only: each kept pin's self terms, and every term of the
-// matrices between two kept pins. Memory grows with the kept pins (and
-// with the terms between them), not with the package.
+// matrices between two kept pins. Memory grows with the kept pins (a place
+// for each pair of them in each matrix that has terms), not with the
+// package.
 struct ReducedPackage {
     std::string name;
     std::string manufacturer, oem, description; // as written, "" when not
