@@ -747,6 +747,8 @@ PackageReduction::PackageReduction(std::string name, std::vector<std::string> pi
     _result.found.assign(pins.size(), false);
     _result.self.resize(pins.size());
     _result.paths.resize(pins.size());
+    for (TermTable& terms : _result.terms)
+        terms = TermTable(pins.size());
     _result.pins = std::move(pins);
 }
 
@@ -793,7 +795,7 @@ void PackageReduction::term(Matrix matrix, std::size_t row, std::size_t column, 
     if (a > b)
         std::swap(a, b);
     int const m = static_cast<int>(matrix);
-    _result.terms[m].put(_result.pins.size(), a, b, value.text, value.value == 0);
+    _result.terms[m].put(a, b, value.text, value.value == 0);
     if (a == b) {
         _result.self[a].value[m] = value;
         _result.self[a].known[m] = true;
@@ -842,10 +844,9 @@ void PackageReduction::modelEnds(int /*line*/)
     _done = true;
 }
 
-void TermTable::take(std::size_t kept)
+void TermTable::take()
 {
-    _kept = kept;
-    std::size_t const bytes = kept * (kept + 1) / 2 * sizeof(Term);
+    std::size_t const bytes = _kept * (_kept + 1) / 2 * sizeof(Term);
     // A large table goes into anonymous pages, zero and taking memory only
     // once written, and in large pages where the system offers them: a 2 MB
     // run of places is then one fault instead of 512.
@@ -888,10 +889,10 @@ std::string_view TermTable::text(Term const& term) const
     return std::string_view(_long).substr(at, size);
 }
 
-void TermTable::put(std::size_t kept, std::size_t a, std::size_t b, std::string_view text, bool zero)
+void TermTable::put(std::size_t a, std::size_t b, std::string_view text, bool zero)
 {
     if (!_places)
-        take(kept);
+        take();
     Term& term = _places[place(a, b)];
     if (term.held)
         return;

@@ -255,6 +255,10 @@ public:
     };
     static_assert(sizeof(Term) == 16, "a place takes 16 bytes");
 
+    TermTable() = default;
+    // A table for `kept` pins; its places are taken with its first term.
+    explicit TermTable(std::size_t kept) : _kept(kept) {}
+
     bool empty() const { return _held == 0; }
     std::size_t held() const { return _held; }
     // The term of kept positions a <= b, or nullptr.
@@ -266,13 +270,12 @@ public:
         return term.held ? &term : nullptr;
     }
     std::string_view text(Term const& term) const;
-    // Takes the term of a <= b unless the pair has one; `kept` is the number
-    // of kept pins, the same for every term of the table.
-    void put(std::size_t kept, std::size_t a, std::size_t b, std::string_view text, bool zero);
+    // Takes the term of kept positions a <= b unless the pair has one.
+    void put(std::size_t a, std::size_t b, std::string_view text, bool zero);
 
 private:
     std::size_t place(std::size_t a, std::size_t b) const { return a * _kept - a * (a - 1) / 2 + (b - a); }
-    void take(std::size_t kept); // the places for `kept` pins
+    void take(); // the places
 
     std::unique_ptr<Term[], TablePages> _places;
     std::size_t _kept = 0, _held = 0;
